@@ -1,0 +1,39 @@
+# qv_library(NAME sys OUTPUT qvsys INCLUDE dir SOURCES ...): one of the project's shared libraries, as target qv::NAME.
+#
+# The folder is the list of sources, so that a new file needs no entry; CONFIGURE_DEPENDS makes the build look again.
+# Symbols are hidden unless their header marks them; warnings are the project's own business and do not reach hosts.
+function(qv_library)
+    cmake_parse_arguments(ARG "" "NAME;OUTPUT;INCLUDE;SOURCE_DIR" "LINK_PUBLIC;LINK_PRIVATE" ${ARGN})
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${ARG_SOURCE_DIR}/*.cpp ${ARG_SOURCE_DIR}/*.h)
+    add_library(${ARG_OUTPUT} SHARED ${sources})
+    add_library(qv::${ARG_NAME} ALIAS ${ARG_OUTPUT})
+    set_target_properties(
+        ${ARG_OUTPUT}
+        PROPERTIES EXPORT_NAME ${ARG_NAME}
+                   VERSION ${PROJECT_VERSION}
+                   SOVERSION ${PROJECT_VERSION_MAJOR}
+                   CXX_VISIBILITY_PRESET hidden
+                   VISIBILITY_INLINES_HIDDEN ON
+                   CXX_EXTENSIONS OFF)
+    target_compile_features(${ARG_OUTPUT} PUBLIC cxx_std_20)
+    target_include_directories(
+        ${ARG_OUTPUT}
+        PUBLIC $<BUILD_INTERFACE:${ARG_INCLUDE}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    target_link_libraries(${ARG_OUTPUT} PUBLIC ${ARG_LINK_PUBLIC} PRIVATE ${ARG_LINK_PRIVATE})
+    target_link_options(${ARG_OUTPUT} PRIVATE $<$<NOT:$<BOOL:${QVPRESLAYER_SANITIZER}>>:-Wl,-z,defs>)
+    qv_warnings(${ARG_OUTPUT})
+endfunction()
+
+# The project's own warnings for a target, as errors where the project is built for itself.
+function(qv_warnings target)
+    target_compile_options(
+        ${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
+                          $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror>)
+endfunction()
+
+# QVPRESLAYER_SANITIZER: "address,undefined" or "thread"; empty for none.
+set(QVPRESLAYER_SANITIZER "" CACHE STRING "Sanitizers to build everything with")
+if(QVPRESLAYER_SANITIZER)
+    add_compile_options(-fsanitize=${QVPRESLAYER_SANITIZER} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${QVPRESLAYER_SANITIZER})
+endif()

@@ -1,0 +1,30 @@
+// Universally unique identifiers (RFC 4122).
+#pragma once
+
+#include <array>
+#include <compare>
+#include <cstdint>
+
+#include <qvcore/Export.h>
+#include <qvcore/TString.h>
+
+// An identifier of 128 bits.
+class QVCORE_API TUUID {
+public:
+    // The nil identifier, all bits zero.
+    TUUID() = default;
+
+    // From 36 characters, hexadecimal digits of either case in groups of 8, 4, 4, 4 and 12 with dashes between, without
+    // braces; QuorvelException naming the text when it is anything else.
+    explicit TUUID(const TString& text);
+
+    // The text: option 0 is 36 characters, lower case, with dashes and without braces. No other option exists;
+    // QuorvelException for one.
+    TString ToString(int format = 0) const;
+
+    friend bool operator==(const TUUID&, const TUUID&) = default;
+    friend std::strong_ordering operator<=>(const TUUID&, const TUUID&) = default;
+
+private:
+    std::array<std::uint8_t, 16> m_bytes{};  // in the order of the text
+};

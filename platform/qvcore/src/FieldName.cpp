@@ -1,0 +1,3 @@
+#include <qvcore/FieldName.h>
+
+FieldName FieldName::ParseGlobal(const TString& text) { return FieldName(QualifiedName::ParseGlobal(text)); }

@@ -1,0 +1,35 @@
+// The base of every failure that a caller can cause.
+#pragma once
+
+#include <exception>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <qvsys/Export.h>
+
+// Carries a message of UTF-16 code units. Every derived class overrides Clone and Throw, so that an exception can be
+// copied and thrown again as its own type by code that knows only this base.
+class QVSYS_API QuorvelException : public std::exception {
+public:
+    explicit QuorvelException(std::u16string_view message);
+    QuorvelException(const QuorvelException&) noexcept;
+    QuorvelException& operator=(const QuorvelException&) noexcept;
+    ~QuorvelException() override;
+
+    // A copy on the heap of the same dynamic type, owned by the caller; null when there is no memory for the object.
+    virtual QuorvelException* Clone() const;
+
+    // Throws a copy of this object as its own dynamic type.
+    [[noreturn]] virtual void Throw() const;
+
+    // The message, code unit by code unit. Valid as long as the exception.
+    const std::u16string& GetMessageText() const noexcept;
+
+    // The message in UTF-8; a surrogate without its partner becomes U+FFFD. Valid as long as the exception.
+    const char* what() const noexcept override;
+
+private:
+    struct Message;
+    std::shared_ptr<const Message> m_message;  // shared by copies: copying an exception does not throw
+};

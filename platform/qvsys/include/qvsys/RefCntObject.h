@@ -1,0 +1,53 @@
+// Intrusive, atomic reference counts: the base of everything that is shared through RefCntPtr.
+//
+// Threads: counts may be changed from any thread. The object itself is as thread-safe as its own class says.
+#pragma once
+
+#include <atomic>
+
+#include <qvsys/Export.h>
+
+// Holds the count. An object starts without a reference (count 0); the first RefCntPtr makes it 1, and the last one to
+// go deletes the object through its virtual destructor.
+class QVSYS_API RefCntObjectNonVirtualBase {
+public:
+    // Adds one reference.
+    void AddReference() const noexcept { m_count.fetch_add(1, std::memory_order_relaxed); }
+
+    // Takes one reference away; deletes the object when it was the last.
+    void RemoveReference() const noexcept {
+        if (m_count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+            delete this;
+        }
+    }
+
+    // Gives an object of static or automatic storage a reference that nobody takes away, so that no RefCntPtr ever
+    // deletes it.
+    void SetRefCountToOne() const noexcept { m_count.store(1, std::memory_order_relaxed); }
+
+protected:
+    RefCntObjectNonVirtualBase() noexcept = default;
+
+    // A copy is an object of its own: it starts without references, and assigning leaves both counts alone.
+    RefCntObjectNonVirtualBase(const RefCntObjectNonVirtualBase&) noexcept {}
+    RefCntObjectNonVirtualBase& operator=(const RefCntObjectNonVirtualBase&) noexcept { return *this; }
+
+    virtual ~RefCntObjectNonVirtualBase();
+
+private:
+    mutable std::atomic<int> m_count{0};
+};
+
+// The base that shared classes name. Interfaces that one class may combine (a bag that is also a model) name it as a
+// virtual base, so that the object has a single count; all others name it plainly.
+class QVSYS_API RefCntObject : public RefCntObjectNonVirtualBase {
+protected:
+    RefCntObject() noexcept = default;
+    RefCntObject(const RefCntObject&) noexcept = default;
+    RefCntObject& operator=(const RefCntObject&) noexcept = default;
+    ~RefCntObject() override;
+};
+
+// The hooks through which the intrusive pointer counts.
+inline void intrusive_ptr_add_ref(const RefCntObjectNonVirtualBase* object) noexcept { object->AddReference(); }
+inline void intrusive_ptr_release(const RefCntObjectNonVirtualBase* object) noexcept { object->RemoveReference(); }

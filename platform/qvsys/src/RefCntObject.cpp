@@ -1,0 +1,5 @@
+#include <qvsys/RefCntObject.h>
+
+RefCntObjectNonVirtualBase::~RefCntObjectNonVirtualBase() = default;
+
+RefCntObject::~RefCntObject() = default;
