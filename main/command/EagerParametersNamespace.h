@@ -1,0 +1,57 @@
+// The tables of one namespace. Included by ParametersNamespace.h and ParamAdder.h.
+#pragma once
+
+#include <deque>
+#include <vector>
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <qvsys/RefCntObject.h>
+#include <qvsys/RefCntPtr.h>
+
+#include <qvcore/TString.h>
+
+#include <qvpreslayer/ParametersRegistry.h>
+
+// One record for each identifier holds its names, kind and serializer, so that a lookup needs one table; names lead to
+// identifiers through two more.
+//
+// Records never move: the references that the registry hands out last as long as the namespace.
+class EagerParametersNamespace : public RefCntObject {
+public:
+    EagerParametersNamespace(int firstId, int lastId) : m_firstId(firstId), m_lastId(lastId) {}
+    ~EagerParametersNamespace() override = default;
+
+    // The range, both ends inclusive.
+    int FirstID() const noexcept { return m_firstId; }
+    int LastID() const noexcept { return m_lastId; }
+
+    // Record an identifier, or replace what is recorded of it. LogicException when pid is outside the range. The kind
+    // of a value entry is PTC_Bag without a serializer, the kind passed for lists and maps, else the serializer's own.
+    void AddValue(int pid, const TString& verboseName, const TString& shortName,
+                  RefCntPtr<IParameterSerializer> serializer, ParameterTypeCategory kind);
+    void AddStructure(int pid, const TString& verboseName, const TString& shortName,
+                      RefCntPtr<IStructureSerializer> serializer, ParameterTypeCategory kind);
+
+    // The record of an identifier, or null.
+    const ParameterInfo* Find(int id) const noexcept;
+
+    // The identifier of a verbose or short name; 0 when there is none.
+    int FindID(const TString& name, bool verbose) const noexcept;
+
+    // The identifiers that have both names, in the order in which they were added.
+    std::vector<ParameterRegistryinfo> Rows() const;
+
+private:
+    using NameTable = boost::unordered_flat_map<TString, int, std::hash<TString>>;
+
+    void CheckRange(int pid) const;
+    ParameterInfo& Record(int pid, const TString& verboseName, const TString& shortName, ParameterTypeCategory kind);
+
+    std::deque<ParameterInfo> m_records;                           // in order of adding
+    boost::unordered_flat_map<int, ParameterInfo*> m_recordsById;  // into m_records
+    NameTable m_idsByVerboseName;
+    NameTable m_idsByShortName;
+    int m_firstId;
+    int m_lastId;
+};

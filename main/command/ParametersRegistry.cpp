@@ -1,0 +1,260 @@
+#include <qvpreslayer/ParametersRegistry.h>
+
+#include <atomic>
+#include <map>
+
+#include <cxxabi.h>
+
+#include <boost/unordered/unordered_flat_set.hpp>
+
+#include <qvpreslayer/PresModelBuilderSupport.h>
+#include <qvpreslayer/RegistryExceptions.h>
+
+#include "main/command/IdSegments.h"
+#include "main/command/ParametersNamespace.h"
+#include "main/command/SourceModule.h"
+
+namespace {
+
+// Published before other threads look, as all of registration is; atomic so that reading it is never a race.
+std::atomic<ParametersRegistry*> gm_registryInstance{nullptr};
+
+}  // namespace
+
+struct ParametersRegistry::Impl {
+    std::map<TString, RefCntPtr<ParametersNamespace>> namespaces;
+    boost::unordered_flat_set<int> unserializable;
+    std::map<TString, TString> fallbacks;  // from a namespace to the one that is asked next
+    IdSegments segments;                   // follows from namespaces
+
+    // The namespace of that name; ParameterNamespaceNotFoundException when there is none.
+    ParametersNamespace& ByName(const TString& name) const {
+        const auto found = namespaces.find(name);
+        if (found == namespaces.end()) {
+            throw ParameterNamespaceNotFoundException(name);
+        }
+        return *found->second;
+    }
+
+    // The filled tables that cover id; ParameterNotFoundException when none do.
+    const EagerParametersNamespace& Covering(int id) const {
+        ParametersNamespace* owner = segments.Find(id);
+        if (owner == nullptr) {
+            throw ParameterNotFoundException(id);
+        }
+        return owner->Filled();
+    }
+
+    // The record of id, of that kind; ParameterNotFoundException for any other.
+    const ParameterInfo& Record(int id, ParameterTypeCategory kind) const {
+        const ParameterInfo* record = Covering(id).Find(id);
+        if (record == nullptr || record->kind != kind) {
+            throw ParameterNotFoundException(id);
+        }
+        return *record;
+    }
+
+    void Insert(const TString& name, RefCntPtr<ParametersNamespace> added) {
+        const int first = added->FirstID();
+        const int last = added->LastID();
+        ParametersNamespace* owner = added.Get();
+        const bool overlaps = segments.Overlaps(first, last);
+        namespaces.emplace(name, std::move(added));
+        if (overlaps) {
+            RebuildSegments();
+        } else {
+            segments.AddUncovered(first, last, owner);
+        }
+    }
+
+    void RebuildSegments() {
+        segments.Clear();
+        for (const auto& [name, space] : namespaces) {
+            segments.AddUncovered(space->FirstID(), space->LastID(), space.Get());
+        }
+    }
+};
+
+ParametersRegistry::ParametersRegistry() : m_impl(std::make_unique<Impl>()) {}
+
+ParametersRegistry::~ParametersRegistry() = default;
+
+void ParametersRegistry::SetInstance(ParametersRegistry* registry) {
+    gm_registryInstance.store(registry, std::memory_order_release);
+}
+
+ParametersRegistry* ParametersRegistry::GetInstance() noexcept {
+    return gm_registryInstance.load(std::memory_order_acquire);
+}
+
+ParametersRegistry& ParametersRegistry::Get() {
+    ParametersRegistry* const gm_RegistryInstance = GetInstance();
+    QV_ASSERT(gm_RegistryInstance != nullptr, kSourceModule);
+    return *gm_RegistryInstance;
+}
+
+void ParametersRegistry::RegisterNamespace(const TString& name, RegistrationFunction fill, int firstId, int lastId,
+                                           bool eager) {
+    if (HasNamespace(name)) {
+        throw ParameterNamespaceAlreadyExistsException(name);
+    }
+    auto added = MakeRefCnt<ParametersNamespace>(std::move(fill), firstId, lastId);
+    if (eager) {
+        added->Filled();
+    }
+    // The eager function may have registered the name itself.
+    if (HasNamespace(name)) {
+        throw ParameterNamespaceAlreadyExistsException(name);
+    }
+    m_impl->Insert(name, std::move(added));
+}
+
+void ParametersRegistry::RegisterNamespacePart(const TString& name, RegistrationFunction fill, int firstId,
+                                               int lastId) {
+    const auto found = m_impl->namespaces.find(name);
+    if (found == m_impl->namespaces.end()) {
+        RegisterNamespace(name, std::move(fill), firstId, lastId, false);
+    } else {
+        found->second->AddPart(std::move(fill), firstId, lastId);
+    }
+}
+
+void ParametersRegistry::SetFallback(const TString& name, const TString& fallback) {
+    m_impl->ByName(name);
+    m_impl->ByName(fallback);
+    auto& fallbacks = m_impl->fallbacks;
+    if (fallbacks.contains(name)) {
+        throw ParameterNamespaceAlreadyHasFallbackException(name);
+    }
+    for (const TString* current = &fallback; current != nullptr;) {
+        if (*current == name) {
+            throw CyclicFallbacksException(name);
+        }
+        const auto next = fallbacks.find(*current);
+        current = next == fallbacks.end() ? nullptr : &next->second;
+    }
+    fallbacks.emplace(name, fallback);
+}
+
+void ParametersRegistry::AddUnserializable(int id) { m_impl->unserializable.insert(id); }
+
+bool ParametersRegistry::IsUnserializable(int id) const {
+    return !m_impl->unserializable.empty() && m_impl->unserializable.contains(id);
+}
+
+void ParametersRegistry::Clear(const TString& name) {
+    for (const ParameterRegistryinfo& row : m_impl->ByName(name).Filled().Rows()) {
+        m_impl->unserializable.erase(row.id);
+    }
+    const TString removed = name;  // the caller's text may be the registry's own
+    std::erase_if(m_impl->fallbacks, [&](const auto& link) { return link.first == removed || link.second == removed; });
+    m_impl->namespaces.erase(removed);
+    m_impl->RebuildSegments();
+}
+
+void ParametersRegistry::Clear() {
+    m_impl->segments.Clear();
+    m_impl->namespaces.clear();
+    m_impl->unserializable.clear();
+    m_impl->fallbacks.clear();
+}
+
+bool ParametersRegistry::HasNamespace(const TString& name) const { return m_impl->namespaces.contains(name); }
+
+int ParametersRegistry::GetID(const TString& namespaceName, const TString& name, bool verbose) const {
+    const TString* current = &namespaceName;
+    while (true) {
+        const EagerParametersNamespace& tables = m_impl->ByName(*current).Filled();
+        const int id = tables.FindID(name, verbose || PresModelBuilderSupport::UseVerboseNames());
+        if (id != 0) {
+            return id;
+        }
+        const auto next = m_impl->fallbacks.find(*current);
+        if (next == m_impl->fallbacks.end()) {
+            throw ParameterNotFoundException(name);
+        }
+        current = &next->second;
+    }
+}
+
+const TString& ParametersRegistry::GetName(int id, bool verbose) const {
+    const ParameterInfo* record = m_impl->Covering(id).Find(id);
+    if (record != nullptr) {
+        const TString& name = verbose ? record->verboseName : record->shortName;
+        if (!name.empty()) {
+            return name;
+        }
+    }
+    throw ParameterNotFoundException(id);
+}
+
+ParameterTypeCategory ParametersRegistry::GetType(int id) const {
+    const ParameterInfo* record = m_impl->Covering(id).Find(id);
+    if (record == nullptr || record->kind == PTC_None) {
+        throw ParameterNotFoundException(id);
+    }
+    return record->kind;
+}
+
+IParameterSerializer* ParametersRegistry::GetListSerializer(int id) const {
+    return m_impl->Record(id, PTC_List).serializer.Get();
+}
+
+IParameterSerializer* ParametersRegistry::GetMapSerializer(int id) const {
+    return m_impl->Record(id, PTC_Map).serializer.Get();
+}
+
+IStructureSerializer* ParametersRegistry::GetStructureSerializer(int id) const {
+    return m_impl->Record(id, PTC_Structure).structureSerializer.Get();
+}
+
+IStructureSerializer* ParametersRegistry::GetStructureListSerializer(int id) const {
+    return m_impl->Record(id, PTC_StructureList).structureSerializer.Get();
+}
+
+IStructureSerializer* ParametersRegistry::GetStructureMapSerializer(int id) const {
+    return m_impl->Record(id, PTC_StructureMap).structureSerializer.Get();
+}
+
+IParameterSerializer* ParametersRegistry::GetValueSerializer(int id) const {
+    const ParameterInfo* record = m_impl->Covering(id).Find(id);
+    return record == nullptr ? nullptr : record->serializer.Get();
+}
+
+TString ParametersRegistry::GetValueString(RefCntPtr<const IParameter> value, int id) const {
+    IParameterSerializer* serializer = GetValueSerializer(id);
+    if (serializer == nullptr) {
+        throw ParameterNotFoundException(id);
+    }
+    return serializer->ToString(std::move(value));
+}
+
+void ParametersRegistry::FromString(const TString& namespaceName, RefCntPtr<IParameters> params, const TString& name,
+                                    const TString& valueText, bool verbose) const {
+    SetFromString(GetID(namespaceName, name, verbose), params, valueText);
+}
+
+void ParametersRegistry::SetFromString(int id, const RefCntPtr<IParameters>& params, const TString& valueText) const {
+    try {
+        const RefCntPtr<IParameterSerializer> serializer(GetValueSerializer(id));
+        params->SetParameter(id, serializer->FromString(valueText));
+    } catch (const abi::__forced_unwind&) {
+        throw;  // the thread is being cancelled
+    } catch (...) {
+        throw ParameterParseException(id);
+    }
+}
+
+const ParameterInfo* ParametersRegistry::FindInfo(int id) const {
+    ParametersNamespace* owner = m_impl->segments.Find(id);
+    return owner == nullptr ? nullptr : owner->Filled().Find(id);
+}
+
+std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> ParametersRegistry::GetNamespaceInfos() const {
+    std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> infos;
+    infos.reserve(m_impl->namespaces.size());
+    for (const auto& [name, space] : m_impl->namespaces) {
+        infos.emplace_back(name, space->Filled().Rows());
+    }
+    return infos;
+}

@@ -1,0 +1,39 @@
+#include <qvpreslayer/PresModelBuilderSupport.h>
+
+#include <qvcore/SessionContext.h>
+
+#include <qvpreslayer/IBuilderVars.h>
+
+namespace {
+
+// The options of the session in force; empty without a session or without options.
+RefCntPtr<const IBuilderVars> BuilderVars() {
+    if (!SessionContext::HasSessionContext()) {
+        return {};
+    }
+    return SessionContext::Get().GetIBuilderVars();
+}
+
+}  // namespace
+
+IBuilderVars::~IBuilderVars() = default;
+
+namespace PresModelBuilderSupport {
+
+// The options object asks the opposite question.
+bool UseVerboseNames() {
+    const auto vars = BuilderVars();
+    return vars ? !vars->UseShortNames() : true;
+}
+
+bool CompressArrays() {
+    const auto vars = BuilderVars();
+    return vars ? vars->CompressArrays() : false;
+}
+
+bool LossyEncodeImages() {
+    const auto vars = BuilderVars();
+    return vars ? vars->LossyEncodeImages() : false;
+}
+
+}  // namespace PresModelBuilderSupport

@@ -1,0 +1,150 @@
+#include "main/json/BagFilling.h"
+
+#include <map>
+#include <utility>
+
+#include <qvcore/Messages.h>
+
+#include <qvpreslayer/ValParameter.h>
+
+#include "main/json/StructureFillings.h"
+
+BagFilling::BagFilling(const JSONReader& reader, RefCntPtr<IParameters> bag, JSONDocument::Index object)
+    : m_bag(std::move(bag)), m_members(SortedMembers(reader.Document(), object)) {}
+
+bool BagFilling::Step(JSONReader& reader) {
+    if (m_nested) {
+        FinishNested();
+    }
+    if (m_next == m_members.size()) {
+        return false;
+    }
+    const JSONMember& member = m_members[m_next++];
+    m_name = reader.RegisteredName(member.name);
+    m_id = reader.FindID(m_name);
+    m_kind = reader.Registry().GetType(m_id);
+    Apply(reader, member.value);
+    return true;
+}
+
+JSONDocument::Index BagFilling::Current() const { return m_next == 0 ? 0 : m_members[m_next - 1].value; }
+
+void BagFilling::AppendStep(TString& path, const JSONDocument&) const {
+    if (m_next != 0) {
+        AppendPath(path, m_members[m_next - 1].name);
+    }
+}
+
+void BagFilling::Apply(JSONReader& reader, JSONDocument::Index value) {
+    switch (reader.Document()[value].kind) {
+        case JSONKind::Null:
+            return;
+        case JSONKind::Array:
+            return ApplyArray(reader, value);
+        case JSONKind::Object:
+            return ApplyObject(reader, value);
+        default:
+            return ApplyScalar(reader, value);
+    }
+}
+
+void BagFilling::ApplyScalar(JSONReader& reader, JSONDocument::Index value) {
+    if (m_kind != PTC_Text && m_kind != PTC_Number && m_kind != PTC_Bool) {
+        ThrowMismatch(reader.Document()[value].kind);
+    }
+    reader.Registry().SetFromString(m_id, m_bag, reader.ScalarText(value));
+}
+
+void BagFilling::ApplyArray(JSONReader& reader, JSONDocument::Index value) {
+    switch (m_kind) {
+        case PTC_List:
+            return ReadList(reader, value);
+        case PTC_Structure:
+            return ReadListForm(reader, value);
+        case PTC_StructureList:
+            return reader.Push(std::make_unique<StructureListFilling>(reader, m_bag, m_id, value));
+        default:
+            ThrowMismatch(JSONKind::Array);
+    }
+}
+
+void BagFilling::ApplyObject(JSONReader& reader, JSONDocument::Index value) {
+    switch (m_kind) {
+        case PTC_Bag:
+        case PTC_Structure:
+            return StartNested(reader, value);
+        case PTC_Map:
+            return ReadMap(reader, value);
+        case PTC_StructureMap:
+            return reader.Push(std::make_unique<StructureMapFilling>(reader, m_bag, m_id, value));
+        default:
+            ThrowMismatch(JSONKind::Object);
+    }
+}
+
+// A nested array is a run record under its position among all elements; how runs and elements come together is the
+// serializer's business.
+void BagFilling::ReadList(JSONReader& reader, JSONDocument::Index array) {
+    const JSONDocument& document = reader.Document();
+    std::vector<TString> values;
+    std::vector<RunRecord> runs;
+    int position = 0;
+    for (auto element = array + 1; element != document.Next(array); element = document.Next(element), ++position) {
+        if (document[element].kind == JSONKind::Array) {
+            runs.emplace_back(position, reader.ScalarTexts(element));
+        } else {
+            values.push_back(reader.ScalarText(element));
+        }
+    }
+    const RefCntPtr<IParameterSerializer> serializer(reader.Registry().GetListSerializer(m_id));
+    m_bag->SetParameter(m_id, serializer->FromStringList(values, runs));
+}
+
+// Keys stand as they are: no case conversion.
+void BagFilling::ReadMap(JSONReader& reader, JSONDocument::Index object) {
+    std::map<TString, TString> texts;
+    for (const JSONMember& entry : SortedMembers(reader.Document(), object)) {
+        texts.emplace_hint(texts.end(), entry.name, reader.ScalarText(entry.value));
+    }
+    const RefCntPtr<IParameterSerializer> serializer(reader.Registry().GetMapSerializer(m_id));
+    m_bag->SetParameter(m_id, serializer->FromStringMap(texts));
+}
+
+void BagFilling::ReadListForm(JSONReader& reader, JSONDocument::Index array) {
+    const RefCntPtr<IStructureSerializer> serializer(reader.Registry().GetStructureSerializer(m_id));
+    if (!serializer->IsListForm()) {
+        return;
+    }
+    const RefCntPtr<IParameters> texts = MakeListFormBag(reader, m_id, array);
+    reader.PrepareElement(m_id, texts);
+    m_bag->SetParameter(m_id, serializer->FromParameters(m_id, texts));
+}
+
+// The nested bag stands in its place while it is being filled, so that a recorded structure finds it there.
+void BagFilling::StartNested(JSONReader& reader, JSONDocument::Index object) {
+    m_nested = reader.NewBag();
+    m_bag->SetParameter(m_id, MakeRefCnt<BagParameter>(m_nested));
+    if (m_kind == PTC_Structure) {
+        m_serializer = RefCntPtr<IStructureSerializer>(reader.Registry().GetStructureSerializer(m_id));
+        reader.Record(m_serializer, m_bag);
+    }
+    reader.Push(std::make_unique<BagFilling>(reader, m_nested, object));
+}
+
+void BagFilling::FinishNested() {
+    const RefCntPtr<IParameters> nested = std::exchange(m_nested, nullptr);
+    const RefCntPtr<IStructureSerializer> serializer = std::exchange(m_serializer, nullptr);
+    if (m_kind == PTC_Bag) {
+        m_bag->SetParameter(m_id, MakeRefCnt<BagParameter>(nested));
+    } else if (serializer) {
+        const RefCntPtr<IParameter> structure = serializer->FromParameters(m_id, nested);
+        m_bag->SetParameter(m_id, nullptr);
+        m_bag->SetParameter(m_id, structure);
+    }
+}
+
+void BagFilling::ThrowMismatch(JSONKind found) const {
+    JSONParseException failure(Messages::kJSONKindMismatch, m_name);
+    failure.SetMismatch(m_id, m_kind, found);
+    throw failure;
+}

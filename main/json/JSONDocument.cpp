@@ -1,0 +1,89 @@
+#include "main/json/JSONDocument.h"
+
+#include <algorithm>
+
+#include "main/json/JSONParser.h"
+
+namespace {
+
+unsigned HexDigit(char16_t unit) {
+    if (unit <= u'9') {
+        return unit - u'0';
+    }
+    return (unit | 0x20u) - u'a' + 10u;
+}
+
+// The unit that a checked escape stands for; moves i, at the letter behind the backslash, to the escape's last unit.
+char16_t Unescape(std::u16string_view text, std::size_t& i) {
+    switch (text[i]) {
+        case u'b':
+            return u'\b';
+        case u'f':
+            return u'\f';
+        case u'n':
+            return u'\n';
+        case u'r':
+            return u'\r';
+        case u't':
+            return u'\t';
+        case u'u': {
+            unsigned code = 0;
+            for (int digit = 0; digit < 4; ++digit) {
+                code = code * 16 + HexDigit(text[++i]);
+            }
+            return static_cast<char16_t>(code);
+        }
+        default:
+            return text[i];
+    }
+}
+
+std::u16string UnescapeAll(std::u16string_view text) {
+    std::u16string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == u'\\') {
+            result.push_back(Unescape(text, ++i));
+        } else {
+            result.push_back(text[i]);
+        }
+    }
+    return result;
+}
+
+}  // namespace
+
+JSONDocument::JSONDocument(std::u16string_view text) : m_text(text) { JSONParser(text, m_nodes).Parse(); }
+
+std::u16string_view JSONDocument::Text(Index node) const {
+    const JSONNode& token = m_nodes[node];
+    const std::u16string_view raw = m_text.substr(token.begin, token.end - token.begin);
+    if (!token.escaped) [[likely]] {
+        return raw;
+    }
+    return m_unescaped.emplace_back(UnescapeAll(raw));
+}
+
+TextLocation JSONDocument::Locate(Index node) const {
+    const JSONNode& token = m_nodes[node];
+    return LocateUnit(m_text, token.kind == JSONKind::String ? token.begin - 1 : token.begin);
+}
+
+TextLocation LocateUnit(std::u16string_view text, std::size_t offset) {
+    const std::u16string_view before = text.substr(0, offset);
+    TextLocation location;
+    location.line = static_cast<std::size_t>(std::count(before.begin(), before.end(), u'\n')) + 1;
+    location.column = before.size() - (before.rfind(u'\n') + 1) + 1;  // npos + 1 is 0: the first line
+    location.offset = before.size();
+    return location;
+}
+
+void AppendPath(TString& path, std::u16string_view name) {
+    path.push_back(u'/');
+    path.append(name);
+}
+
+void AppendPath(TString& path, std::size_t position) {
+    path.push_back(u'/');
+    path.append(TString::number(static_cast<UInt64>(position)));
+}

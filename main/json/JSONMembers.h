@@ -1,0 +1,15 @@
+// The members of an object in the order in which they are applied. Included by the fillings.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "main/json/JSONDocument.h"
+
+struct JSONMember {
+    std::u16string_view name;  // valid as long as the document
+    JSONDocument::Index value;
+};
+
+// Ascending by name (ordinal, by code unit), each name once: the last of equal ones counts.
+std::vector<JSONMember> SortedMembers(const JSONDocument& document, JSONDocument::Index object);

@@ -1,0 +1,128 @@
+#include "main/json/JSONReader.h"
+
+#include <stdexcept>
+#include <string>
+
+#include <qvcore/CaseConversion.h>
+#include <qvcore/TextNumbers.h>
+
+#include <qvpreslayer/ParameterTypeTraits.h>
+#include <qvpreslayer/PresLayerLimits.h>
+
+#include "main/json/BagFilling.h"
+
+namespace {
+
+const char* KindName(JSONKind kind) {
+    constexpr const char* kNames[] = {"object", "array", "string", "bool", "integer", "real", "null"};
+    return kNames[static_cast<std::size_t>(kind)];
+}
+
+// Integers travel as the decimal text of their low 32 bits: read as signed below this bound, as unsigned from it on. So
+// values up to 4294967295 keep their value, negative ones of 32 bits theirs, and all others wrap.
+constexpr Int64 kUnsignedFrom = 0x8000000;
+
+TString IntegerText(std::u16string_view digits) {
+    Int64 value = 0;
+    if (!ParseInt64(digits, value)) {
+        UInt64 large = 0;
+        ParseUInt64(digits, large);
+        value = static_cast<Int64>(large);
+    }
+    const auto low = static_cast<std::uint32_t>(value);
+    return value < kUnsignedFrom ? TString::number(static_cast<int>(low)) : TString::number(low);
+}
+
+TString RealText(std::u16string_view digits) {
+    double value = 0;
+    ParseDouble(digits, value);
+    return ParameterTypeTraits<double>::ToText(value);
+}
+
+}  // namespace
+
+JSONReader::JSONReader(const JSONDocument& document, const TString& namespaceName, bool shortNames, bool lookupFlag)
+    : m_document(document),
+      m_registry(ParametersRegistry::Get()),
+      m_namespace(namespaceName),
+      m_shortNames(shortNames),
+      m_lookupFlag(lookupFlag) {}
+
+JSONReader::~JSONReader() = default;
+
+RefCntPtr<IParameters> JSONReader::Read() {
+    RefCntPtr<IParameters> result = NewBag();
+    if (m_document[0].kind != JSONKind::Object) {
+        throw std::runtime_error(std::string("the JSON root is ") + KindName(m_document[0].kind) + ", not object");
+    }
+    const PresLayerLimits::ExpansionBudgetScope budget;
+    try {
+        Push(std::make_unique<BagFilling>(*this, result, 0));
+        while (!m_fillings.empty()) {
+            if (!m_fillings.back()->Step(*this)) {
+                m_fillings.pop_back();
+            }
+        }
+    } catch (QuorvelException& failure) {
+        auto* located = dynamic_cast<TextLocated*>(&failure);
+        if (located != nullptr && !located->GetLocation().IsKnown() && !m_fillings.empty()) {
+            located->SetLocation(Locate());
+        }
+        throw;
+    }
+    return result;
+}
+
+TString JSONReader::RegisteredName(std::u16string_view name) const {
+    return m_shortNames ? TString(name) : CamelToDashed(name);
+}
+
+TString JSONReader::ScalarText(JSONDocument::Index node) const {
+    switch (m_document[node].kind) {
+        case JSONKind::String:
+        case JSONKind::Bool:  // spelled as its serializer spells it
+            return m_document.Text(node);
+        case JSONKind::Integer:
+            return IntegerText(m_document.Text(node));
+        case JSONKind::Real:
+            return RealText(m_document.Text(node));
+        default:
+            return {};
+    }
+}
+
+std::vector<TString> JSONReader::ScalarTexts(JSONDocument::Index array) const {
+    std::vector<TString> texts;
+    for (auto element = array + 1; element != m_document.Next(array); element = m_document.Next(element)) {
+        texts.push_back(ScalarText(element));
+    }
+    return texts;
+}
+
+void JSONReader::RequireKind(JSONDocument::Index node, JSONKind kind) const {
+    if (m_document[node].kind != kind) {
+        throw std::runtime_error(std::string("a JSON value is ") + KindName(m_document[node].kind) + ", not " +
+                                 KindName(kind));
+    }
+}
+
+void JSONReader::Record(RefCntPtr<IStructureSerializer> serializer, RefCntPtr<IParameters> owner) {
+    if (!m_recordedSerializer && serializer) {
+        m_recordedSerializer = std::move(serializer);
+        m_recordedBag = std::move(owner);
+    }
+}
+
+void JSONReader::PrepareElement(int id, const RefCntPtr<IParameters>& elementBag) const {
+    if (m_recordedSerializer) {
+        m_recordedSerializer->PrepareElement(id, elementBag, m_recordedBag);
+    }
+}
+
+TextLocation JSONReader::Locate() const {
+    TextLocation location = m_document.Locate(m_fillings.back()->Current());
+    for (const auto& filling : m_fillings) {
+        filling->AppendStep(location.path, m_document);
+    }
+    return location;
+}

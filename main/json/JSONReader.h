@@ -1,0 +1,81 @@
+// From a JSON document to a bag. Included by JSONSerializer.cpp.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <qvsys/RefCntPtr.h>
+
+#include <qvcore/TString.h>
+
+#include <qvpreslayer/IParameters.h>
+#include <qvpreslayer/IStructureSerializer.h>
+#include <qvpreslayer/ParametersRegistry.h>
+
+#include "main/json/JSONDocument.h"
+
+class JSONReader;
+
+// One container of the text that is being turned into parameters. Step does a piece of the work, and hands containers
+// inside to a further filling; it is called again when that one is done. So no text makes the call stack grow.
+class JSONFilling {
+public:
+    virtual ~JSONFilling() = default;
+
+    // False when the container is done.
+    virtual bool Step(JSONReader& reader) = 0;
+
+    // The value being read, and the step that leads to it, for the place of a failure.
+    virtual JSONDocument::Index Current() const = 0;
+    virtual void AppendStep(TString& path, const JSONDocument& document) const = 0;
+};
+
+// What one reading call knows: the registry, how names are spelled, and the first structure that it met.
+class JSONReader {
+public:
+    // Takes the published registry. Requires: document outlives the reader.
+    JSONReader(const JSONDocument& document, const TString& namespaceName, bool shortNames, bool lookupFlag);
+    ~JSONReader();
+
+    // Reads the whole document. Throws what JSONSerializer::ToParameters tells.
+    RefCntPtr<IParameters> Read();
+
+    const JSONDocument& Document() const noexcept { return m_document; }
+    ParametersRegistry& Registry() noexcept { return m_registry; }
+
+    // Puts further work before the filling that asks for it.
+    void Push(std::unique_ptr<JSONFilling> filling) { m_fillings.push_back(std::move(filling)); }
+
+    RefCntPtr<IParameters> NewBag() { return m_registry.CreateParameters(); }
+
+    // A member's name as the registry spells it, and what it stands for there.
+    TString RegisteredName(std::u16string_view name) const;
+    int FindID(const TString& name) const { return m_registry.GetID(m_namespace, name, m_lookupFlag); }
+
+    // The text of a scalar; empty for objects, arrays and null.
+    TString ScalarText(JSONDocument::Index node) const;
+
+    // The texts of all elements of an array.
+    std::vector<TString> ScalarTexts(JSONDocument::Index array) const;
+
+    // Checks what a container is; std::runtime_error when it is something else.
+    void RequireKind(JSONDocument::Index node, JSONKind kind) const;
+
+    // Remembers the first structure of the call and the bag that owns it; later ones change nothing.
+    void Record(RefCntPtr<IStructureSerializer> serializer, RefCntPtr<IParameters> owner);
+
+    // Lets the recorded structure, if there is one, add to an element's bag.
+    void PrepareElement(int id, const RefCntPtr<IParameters>& elementBag) const;
+
+private:
+    TextLocation Locate() const;
+
+    const JSONDocument& m_document;
+    ParametersRegistry& m_registry;
+    TString m_namespace;
+    bool m_shortNames;
+    bool m_lookupFlag;
+    RefCntPtr<IStructureSerializer> m_recordedSerializer;  // empty until a structure is met
+    RefCntPtr<IParameters> m_recordedBag;
+    std::vector<std::unique_ptr<JSONFilling>> m_fillings;  // outermost first
+};

@@ -1,0 +1,53 @@
+// The limits that hold hostile input in check, in one place: defaults, and how a host changes them.
+//
+// Each breach is one exception, thrown before memory or stack run out; the caller's data is as it was.
+//
+// Threads: set them at start-up; each is one atomic value that applies to calls that begin later.
+#pragma once
+
+#include <cstddef>
+
+#include <qvpreslayer/Export.h>
+
+namespace PresLayerLimits {
+
+// Levels of objects and arrays in a JSON text. A deeper text is not valid: JSONParseException.
+inline constexpr int kDefaultJSONDepth = 512;
+
+// Levels of bags in a walk, so also a bag that holds itself. QuorvelException "Parameter bags are nested too deeply".
+// Above the limit of texts, so that whatever was read can be written.
+inline constexpr int kDefaultBagDepth = 1000;
+
+// Levels of tuples in a typed value's text, both ways. QuorvelException "Malformed serialization of a tuple element".
+inline constexpr int kDefaultTupleDepth = 256;
+
+// Bytes of elements that runs expand to, for one list and for one reading call. ParameterParseException(0).
+inline constexpr std::size_t kDefaultExpansionBytes = std::size_t{512} * 1024 * 1024;
+
+QVPRESLAYER_API int GetJSONDepth();
+QVPRESLAYER_API void SetJSONDepth(int levels);
+QVPRESLAYER_API int GetBagDepth();
+QVPRESLAYER_API void SetBagDepth(int levels);
+QVPRESLAYER_API int GetTupleDepth();
+QVPRESLAYER_API void SetTupleDepth(int levels);
+QVPRESLAYER_API std::size_t GetExpansionBytes();
+QVPRESLAYER_API void SetExpansionBytes(std::size_t bytes);
+
+// Makes all lists that the calling thread reads while it lives share one budget of expanded bytes; what readers of
+// whole texts open for each call. An inner scope joins the outer one.
+class QVPRESLAYER_API ExpansionBudgetScope {
+public:
+    ExpansionBudgetScope();
+    ExpansionBudgetScope(const ExpansionBudgetScope&) = delete;
+    ExpansionBudgetScope& operator=(const ExpansionBudgetScope&) = delete;
+    ~ExpansionBudgetScope();
+
+    // Takes bytes from the calling thread's budget (one of its own for a call outside any scope);
+    // ParameterParseException(0) when they are more than is left.
+    static void Spend(std::size_t bytes);
+
+private:
+    bool m_outermost;
+};
+
+}  // namespace PresLayerLimits

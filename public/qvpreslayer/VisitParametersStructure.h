@@ -1,0 +1,56 @@
+// The walk of a bag: from values to events.
+#pragma once
+
+#include <qvsys/RefCntPtr.h>
+
+#include <qvcore/TString.h>
+
+#include <qvpreslayer/Export.h>
+#include <qvpreslayer/IParameters.h>
+#include <qvpreslayer/IStructuredParameterVisitor.h>
+
+class ParametersRegistry;
+
+// Walks bag, upwards by identifier, and tells visitor everything that it holds, nested bags included. No event wraps
+// the top level; name is not looked at. Identifiers marked unserializable are passed over; cache entries never show.
+//
+// Throws ParameterNotFoundException(id) for an identifier that is not registered or has no name of the form in force,
+// TypeMismatchCommandException(id) for a bag parameter that holds none, LogicException "m_ptr" for a null bag,
+// "gm_RegistryInstance != nullptr" without a registry, QuorvelException for bags nested deeper than
+// PresLayerLimits::GetBagDepth(), and whatever serializers and the visitor throw. Events told before stay told.
+//
+// Threads: the bag is only read; the visitor belongs to the caller.
+QVPRESLAYER_API void VisitParametersStructure(const TString& name, RefCntPtr<const IParameters> bag,
+                                              IStructuredParameterVisitor& visitor);
+
+// The walker of one bag, for hosts that walk with options of their own. Nested bags are walked by walkers that take
+// both options from PresModelBuilderSupport.
+class QVPRESLAYER_API VisitStructuredParameters final : public IParameterVisitor {
+public:
+    // Takes both options from PresModelBuilderSupport. Requires: the registry and the visitor outlive the walker.
+    VisitStructuredParameters(const ParametersRegistry& registry, RefCntPtr<const IParameters> bag,
+                              IStructuredParameterVisitor& visitor);
+    VisitStructuredParameters(const ParametersRegistry& registry, RefCntPtr<const IParameters> bag,
+                              IStructuredParameterVisitor& visitor, bool useVerboseNames, bool compressArrays);
+    ~VisitStructuredParameters();
+
+    // Walks the bag; LogicException "m_ptr" when it is null.
+    void Walk();
+
+    // Tells the visitor one parameter; called by the bag's Accept.
+    void VisitParameter(int id, const RefCntPtr<IParameter>& value) override;
+
+private:
+    void VisitList(int id, const RefCntPtr<IParameter>& value);
+    void VisitMap(int id, const TString& name, const RefCntPtr<IParameter>& value);
+    void VisitBag(int id, const TString& name);
+    void VisitStructure(int id, const RefCntPtr<IParameter>& value);
+    void VisitStructureList(int id, const TString& name, const RefCntPtr<IParameter>& value);
+    void VisitStructureMap(int id, const TString& name, const RefCntPtr<IParameter>& value);
+
+    const ParametersRegistry* m_registry;
+    RefCntPtr<const IParameters> m_bag;
+    IStructuredParameterVisitor& m_visitor;
+    bool m_useVerboseNames;
+    bool m_compressArrays;
+};
