@@ -8,35 +8,31 @@
 
 namespace {
 
-using ParameterMap = std::map<int, RefCntPtr<IParameter>>;
+using qvpreslayer::detail::ParameterTable;
 
-// The one rule of both maps: null erases, anything else inserts or replaces.
-void Store(ParameterMap& map, int id, RefCntPtr<IParameter> value) {
+// The one rule of both tables: null erases, anything else inserts or replaces.
+void Store(ParameterTable& table, int id, RefCntPtr<IParameter> value) {
     if (value) {
-        map.insert_or_assign(id, std::move(value));
+        table.Set(id, std::move(value));
     } else {
-        map.erase(id);
+        table.Erase(id);
     }
 }
 
-IParameter& Get(const ParameterMap& map, int id) {
-    const auto entry = map.find(id);
-    if (entry == map.end()) {
+IParameter& Get(const ParameterTable& table, int id) {
+    IParameter* value = table.Find(id);
+    if (value == nullptr) {
         throw MissingParameterCommandException(id);
     }
-    return *entry->second;
+    return *value;
 }
 
-void StoreAll(const ParameterMap& from, ParameterMap& to) {
-    for (const auto& [id, value] : from) {
-        Store(to, id, value);
-    }
+void StoreAll(const ParameterTable& from, ParameterTable& to) {
+    from.ForEach([&to](int id, const RefCntPtr<IParameter>& value) { to.Set(id, value); });
 }
 
-void Defer(ParameterMap& map) noexcept {
-    for (auto& entry : map) {
-        ReleaseQueue::Defer(entry.second);
-    }
+void Defer(ParameterTable& table) noexcept {
+    table.ForEachValue([](RefCntPtr<IParameter>& value) noexcept { ReleaseQueue::Defer(value); });
 }
 
 }  // namespace
@@ -53,8 +49,8 @@ BaseParameters::~BaseParameters() {
         Defer(m_parameters);
         Defer(m_cacheParameters);
     }
-    m_parameters.clear();
-    m_cacheParameters.clear();
+    m_parameters.Clear();
+    m_cacheParameters.Clear();
 }
 
 void BaseParameters::SetParameter(int id, RefCntPtr<IParameter> value) { Store(m_parameters, id, std::move(value)); }
@@ -63,7 +59,7 @@ IParameter& BaseParameters::GetParameter(int id) { return Get(m_parameters, id);
 
 const IParameter& BaseParameters::GetParameter(int id) const { return Get(m_parameters, id); }
 
-bool BaseParameters::HasParameter(int id) const { return m_parameters.contains(id); }
+bool BaseParameters::HasParameter(int id) const { return m_parameters.Find(id) != nullptr; }
 
 void BaseParameters::SetCacheParameter(int id, RefCntPtr<IParameter> value) const {
     Store(m_cacheParameters, id, std::move(value));
@@ -71,20 +67,18 @@ void BaseParameters::SetCacheParameter(int id, RefCntPtr<IParameter> value) cons
 
 const IParameter& BaseParameters::GetCacheParameter(int id) const { return Get(m_cacheParameters, id); }
 
-bool BaseParameters::HasCacheParameter(int id) const { return m_cacheParameters.contains(id); }
+bool BaseParameters::HasCacheParameter(int id) const { return m_cacheParameters.Find(id) != nullptr; }
 
 void BaseParameters::RemoveParameter(int id) {
-    if (m_parameters.erase(id) == 0) {
+    if (!m_parameters.Erase(id)) {
         throw MissingParameterCommandException(id);
     }
 }
 
-void BaseParameters::RemoveOptionalParameter(int id) { m_parameters.erase(id); }
+void BaseParameters::RemoveOptionalParameter(int id) { m_parameters.Erase(id); }
 
 void BaseParameters::Accept(IParameterVisitor& visitor) const {
-    for (const auto& [id, value] : m_parameters) {
-        visitor.VisitParameter(id, value);
-    }
+    m_parameters.ForEach([&visitor](int id, const RefCntPtr<IParameter>& value) { visitor.VisitParameter(id, value); });
 }
 
 RefCntPtr<BaseParameters> BaseParameters::EmptyClone() const {

@@ -7,12 +7,11 @@
 // included, needs the caller's own exclusion.
 #pragma once
 
-#include <map>
-
 #include <qvsys/RefCntPtr.h>
 
 #include <qvpreslayer/Export.h>
 #include <qvpreslayer/IParameters.h>
+#include <qvpreslayer/detail/ParameterTable.h>
 
 class QVPRESLAYER_API BaseParameters : public IParameters {
 public:
@@ -61,8 +60,6 @@ protected:
     virtual RefCntPtr<BaseParameters> DoEmptyClone() = 0;
 
 private:
-    using ParameterMap = std::map<int, RefCntPtr<IParameter>>;
-
-    ParameterMap m_parameters;               // no null pointers
-    mutable ParameterMap m_cacheParameters;  // likewise
+    qvpreslayer::detail::ParameterTable m_parameters;               // no null pointers
+    mutable qvpreslayer::detail::ParameterTable m_cacheParameters;  // likewise
 };
