@@ -13,6 +13,7 @@
 
 #include <qvcore/Export.h>
 #include <qvcore/IntegerTypes.h>
+#include <qvcore/TextBuffer.h>
 
 // A text of UTF-16 code units with value semantics. Lengths and positions count code units; comparison is ordinal by
 // code unit, case-sensitive and independent of any locale.
@@ -31,7 +32,7 @@ public:
     // From code units, unchanged; a null pointer gives the empty text.
     TString(const char16_t* text);
     TString(std::u16string_view text) : m_text(text) {}
-    TString(std::u16string text) noexcept : m_text(std::move(text)) {}
+    TString(const std::u16string& text) : m_text(text) {}
 
     // count times the same code unit.
     TString(std::size_t count, char16_t unit) : m_text(count, unit) {}
@@ -48,8 +49,8 @@ public:
     static TString FromStdWString(const std::wstring& text);
 
     // The code units, valid until the next change.
-    operator std::u16string_view() const noexcept { return m_text; }
-    std::u16string_view view() const noexcept { return m_text; }
+    operator std::u16string_view() const noexcept { return m_text.view(); }
+    std::u16string_view view() const noexcept { return m_text.view(); }
     const char16_t* data() const noexcept { return m_text.data(); }
     std::size_t size() const noexcept { return m_text.size(); }
     int length() const noexcept { return static_cast<int>(m_text.size()); }
@@ -68,10 +69,16 @@ public:
     void resize(std::size_t units) { m_text.resize(units); }
     char16_t* mutable_data() noexcept { return m_text.data(); }
 
+    // For writers that know how much they may write: room for at least more units behind the text. What is written
+    // there becomes part of the text with Accept, which is given the end of it. Valid until the next change.
+    char16_t* Extend(std::size_t more) { return m_text.Extend(more); }
+    void Accept(const char16_t* end) noexcept { m_text.SetSize(static_cast<std::size_t>(end - m_text.data())); }
+
     TString& operator+=(std::u16string_view text) {
         m_text.append(text);
         return *this;
     }
+    TString& operator+=(const std::u16string& text) { return *this += std::u16string_view(text); }
     TString& operator+=(const TString& text) { return *this += text.view(); }
     TString& operator+=(const wchar_t* text) { return *this += TString(text); }
     TString& operator+=(const char16_t* text) { return *this += TString(text); }
@@ -85,9 +92,21 @@ public:
         return left;
     }
 
-    friend bool operator==(const TString& left, const TString& right) noexcept { return left.m_text == right.m_text; }
+    friend bool operator==(const TString& left, const TString& right) noexcept { return left.view() == right.view(); }
+    friend bool operator==(const TString& left, std::u16string_view right) noexcept { return left.view() == right; }
+    friend bool operator==(const TString& left, const char16_t* right) { return left == TString(right); }
+    friend bool operator==(const TString& left, const wchar_t* right) { return left == TString(right); }
     friend std::strong_ordering operator<=>(const TString& left, const TString& right) noexcept {
-        return left.m_text <=> right.m_text;
+        return left.view() <=> right.view();
+    }
+    friend std::strong_ordering operator<=>(const TString& left, std::u16string_view right) noexcept {
+        return left.view() <=> right;
+    }
+    friend std::strong_ordering operator<=>(const TString& left, const char16_t* right) {
+        return left <=> TString(right);
+    }
+    friend std::strong_ordering operator<=>(const TString& left, const wchar_t* right) {
+        return left <=> TString(right);
     }
 
     // The parts between the occurrences of separator, empty ones included: n occurrences give n + 1 parts, an empty
@@ -138,7 +157,7 @@ public:
     static TString number(UInt64 value, int base = 10, int width = 0, char16_t fill = u' ');
 
 private:
-    std::u16string m_text;
+    qvcore::detail::TextBuffer m_text;
 };
 
 template <>
