@@ -26,7 +26,8 @@ void BM_EnumToText(benchmark::State& state) {
 
 // Texts to values, one for each iteration in turn: every name of E, or every name with its last character changed.
 template <class E>
-void BM_TextToEnum(benchmark::State& state, bool hit) {
+void BM_TextToEnum(benchmark::State& state) {
+    const bool hit = state.range(0) != 0;
     std::vector<TString> texts;
     for (const EnumName<E>& line : GetEnumValues<E>()) {
         texts.emplace_back(line.name);
@@ -45,9 +46,7 @@ void BM_TextToEnum(benchmark::State& state, bool hit) {
 
 BENCHMARK(BM_EnumToText<WhiskerEnd>);
 BENCHMARK(BM_EnumToText<StyleAttribute>);
-BENCHMARK_CAPTURE(BM_TextToEnum<WhiskerEnd>, hit, true);
-BENCHMARK_CAPTURE(BM_TextToEnum<WhiskerEnd>, miss, false);
-BENCHMARK_CAPTURE(BM_TextToEnum<StyleAttribute>, hit, true);
-BENCHMARK_CAPTURE(BM_TextToEnum<StyleAttribute>, miss, false);
+BENCHMARK(BM_TextToEnum<WhiskerEnd>)->ArgName("hit")->Arg(1)->Arg(0);
+BENCHMARK(BM_TextToEnum<StyleAttribute>)->ArgName("hit")->Arg(1)->Arg(0);
 
 }  // namespace

@@ -31,8 +31,8 @@ public:
 private:
     void Note(const char* slot, int id, const TString& verboseName, const TString& shortName, bool serializer,
               ParameterTypeCategory kind) {
-        log += std::string(slot) + " " + std::to_string(id) + " '" + verboseName.ToUtf8() + "' '" +
-               shortName.ToUtf8() + "' " + std::to_string(kind) + (serializer ? " +\n" : " -\n");
+        log += std::string(slot) + " " + std::to_string(id) + " '" + verboseName.ToUtf8() + "' '" + shortName.ToUtf8() +
+               "' " + std::to_string(kind) + (serializer ? " +\n" : " -\n");
     }
 };
 

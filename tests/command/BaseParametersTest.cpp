@@ -15,8 +15,8 @@ namespace {
 class EntryWriter final : public IParameterVisitor {
 public:
     void VisitParameter(int id, const RefCntPtr<IParameter>& value) override {
-        m_text += (m_text.empty() ? "" : " ") + std::to_string(id) + "=" +
-                  GetParameterValue<TString>(value.Get()).ToUtf8();
+        m_text +=
+            (m_text.empty() ? "" : " ") + std::to_string(id) + "=" + GetParameterValue<TString>(value.Get()).ToUtf8();
     }
     const std::string& Text() const { return m_text; }
 
@@ -257,7 +257,8 @@ TEST(BaseParameters, CopyNeedsBothBags) {
     const auto bag = MakeBag({{1, Text(L"a")}});
     EXPECT_EQ("m_ptr", LogicErrorOf([&] { BaseParameters::Copy(nullptr, bag); }));
     EXPECT_EQ("m_ptr", LogicErrorOf([&] { BaseParameters::Copy(RefCntPtr<const BaseParameters>(bag), nullptr); }));
-    EXPECT_EQ("m_ptr", LogicErrorOf([&] { BaseParameters::Copy(RefCntPtr<const BaseParameters>(MakeBag()), nullptr); }));
+    EXPECT_EQ("m_ptr",
+              LogicErrorOf([&] { BaseParameters::Copy(RefCntPtr<const BaseParameters>(MakeBag()), nullptr); }));
     EXPECT_EQ("1=a", EntriesOf(*bag));
 }
 

@@ -22,8 +22,8 @@ void Append(std::string& text, const char* name, const Ids& ids) {
 
 void Append(std::string& text, const char* name, const Pairs& pairs) {
     for (const auto& [first, second] : pairs) {
-        text += (text.empty() ? "" : " ") + std::string(name) + ":" + std::to_string(first) + "/" +
-                std::to_string(second);
+        text +=
+            (text.empty() ? "" : " ") + std::string(name) + ":" + std::to_string(first) + "/" + std::to_string(second);
     }
 }
 
@@ -48,10 +48,8 @@ struct SingleList {
     bool isError;
 };
 constexpr SingleList kSingleLists[] = {
-    {"unused", &CommandException::AddUnused, true},
-    {"missing", &CommandException::AddMissing, true},
-    {"wrong-type", &CommandException::AddWrongType, true},
-    {"bad-value", &CommandException::AddBadValue, true},
+    {"unused", &CommandException::AddUnused, true},        {"missing", &CommandException::AddMissing, true},
+    {"wrong-type", &CommandException::AddWrongType, true}, {"bad-value", &CommandException::AddBadValue, true},
     {"optional", &CommandException::AddOptional, false},
 };
 

@@ -52,15 +52,17 @@ std::string ContentOf(const E& error) {
 // Whether Throw through the base is caught by a handler for Handler.
 template <class Handler>
 bool IsCaughtAs(const QuorvelException& error) {
+    bool isCaught = false;
     try {
         try {
             error.Throw();
         } catch (const Handler& caught) {
-            return typeid(caught) == typeid(error);
+            isCaught = typeid(caught) == typeid(error);
         }
     } catch (...) {
-        return false;
+        isCaught = false;
     }
+    return isCaught;
 }
 
 template <class E>

@@ -24,9 +24,8 @@ protected:
     }
 
     void AddNamespace(const TString& name, const wchar_t* verboseName, const wchar_t* shortName, int id) {
-        registry.Add(name, id, id + 9, [=](AbstractParamAdder& adder) {
-            adder.AddSimple(id, verboseName, shortName, TextSerializer());
-        });
+        registry.Add(name, id, id + 9,
+                     [=](AbstractParamAdder& adder) { adder.AddSimple(id, verboseName, shortName, TextSerializer()); });
     }
 
     // The namespace in the exception of a link that closes a loop, or that is there already.

@@ -110,8 +110,7 @@ TEST_F(RegistryLookup, AnUnknownNameIsNotFound) {
 }
 
 TEST_F(RegistryLookup, AnUnknownNamespaceIsNotFound) {
-    const auto error =
-        Thrown<ParameterNamespaceNotFoundException>([&] { registry.GetID(L"nowhere", L"title", true); });
+    const auto error = Thrown<ParameterNamespaceNotFoundException>([&] { registry.GetID(L"nowhere", L"title", true); });
     ASSERT_TRUE(error);
     EXPECT_STREQ("Unknown parameter namespace: nowhere", error->what());
 }
@@ -157,9 +156,8 @@ TEST_F(RegistryLookup, NamesStayWhereTheyAre) {
     const TString* verbose = &registry.GetName(kText, true);
     const TString* shortName = &registry.GetName(kText, false);
     for (int i = 0; i < 100; ++i) {
-        registry.Add(L"other-" + TString::number(i), 1000 + i, 1000 + i, [i](AbstractParamAdder& adder) {
-            adder.AddBag(1000 + i, L"some-bag");
-        });
+        registry.Add(L"other-" + TString::number(i), 1000 + i, 1000 + i,
+                     [i](AbstractParamAdder& adder) { adder.AddBag(1000 + i, L"some-bag"); });
         EXPECT_EQ(1000 + i, registry.GetID(L"other-" + TString::number(i), L"some-bag", true));
     }
     registry.Clear(L"other-50");

@@ -68,7 +68,12 @@ class ValParameterShapes : public testing::Test {};
 using ValueTypes =
     testing::Types<int, unsigned int, float, double, Int64, UInt64, bool, TString, FieldName, QualifiedName,
                    PasswordString, TUUID, DataValue, HoursDuration, MinutesDuration, SecondsDuration,
-                   MillisecondsDuration, MicrosecondsDuration, NanosecondsDuration, CoreParameterID, HostType>;
+                   MillisecondsDuration, MicrosecondsDuration, NanosecondsDuration, CoreParameterID, HostType,
+                   // the presentation enumerations
+                   AggType, BoxplotStyle, DataScaling, DataType, FontWeight, ForecastModelType, ForecastRangeType,
+                   ForecastStatus, ParserMode, QuorvelFontStyle, StyleAttribute, StyleDataClass, StyleElement,
+                   StyleFieldScope, StyleSwatch, TextAlign, TextBreakMode, TextDecoration, TextOrient,
+                   TextWholeLineMode, TextWrapMode, WhiskerEnd>;
 TYPED_TEST_SUITE(ValParameterShapes, ValueTypes);
 
 }  // namespace
@@ -102,9 +107,7 @@ TYPED_TEST(ValParameterShapes, AnEmptyListOrMapIsNotNull) {
     ExpectPlain(*Val(std::map<TString, TypeParam>()));
 }
 
-TEST(IParameter, IsNeitherNullNorMarkedNorAModelByDefault) {
-    ExpectPlain(*RefCntPtr<IParameter>(new BareParameter));
-}
+TEST(IParameter, IsNeitherNullNorMarkedNorAModelByDefault) { ExpectPlain(*RefCntPtr<IParameter>(new BareParameter)); }
 
 TEST(BagParameter, IsNullWhenItsPointerIs) {
     EXPECT_TRUE(BagVal(nullptr)->IsNull());
@@ -147,8 +150,7 @@ TEST(PresentationModelParameter, IsNullWhenItsPointerIs) {
     const RefCntPtr<IParameter> none(new PresentationModelParameter(nullptr));
     EXPECT_TRUE(none->IsNull());
     EXPECT_FALSE(none->GetPresentationModel());
-    const RefCntPtr<IParameter> some(
-        new PresentationModelParameter(RefCntPtr<const PresentationModel>(new TestModel)));
+    const RefCntPtr<IParameter> some(new PresentationModelParameter(RefCntPtr<const PresentationModel>(new TestModel)));
     EXPECT_FALSE(some->IsNull());
     EXPECT_FALSE(some->IsMarked());
 }

@@ -78,7 +78,9 @@ std::string OutcomeWhenAllocationFails(const JSONSerializer& json, const TString
 
 }  // namespace
 
-// NOLINTBEGIN(misc-definitions-in-headers)
+// The compiler, inlining one of a pair, takes malloc and free for mismatched with the other.
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+
 void* operator new(std::size_t bytes) { return OrThrow(Allocate(bytes)); }
 void* operator new[](std::size_t bytes) { return OrThrow(Allocate(bytes)); }
 void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept { return std::malloc(bytes == 0 ? 1 : bytes); }
@@ -97,7 +99,6 @@ void operator delete(void* memory, std::size_t, std::align_val_t) noexcept { std
 void operator delete[](void* memory, std::size_t, std::align_val_t) noexcept { std::free(memory); }
 void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
 void operator delete[](void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
-// NOLINTEND(misc-definitions-in-headers)
 
 TEST(JSONAllocationFailure, IsNeverANotValidText) {
     const ViewRegistry registry;

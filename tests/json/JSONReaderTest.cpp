@@ -79,25 +79,21 @@ std::string StoredFrom(std::string_view json, bool shortNames = true) {
 
 TEST_F(JSONReader, EveryKindOfValueIntoEveryKindOfParameter) {
     // '=' stored, '-' nothing stored, 'm' the kinds do not fit, 'p' the serializer refuses the text.
-    const struct {
-        const char* json;
-        const char* outcomes;  // for text, number, bool, list, bag, structure, structure list, map, structure map
-    } rows[] = {
-        {R"("5")", "==pmmmmmm"},  // a text for a number: its text is what counts
-        {R"("true")", "=p=mmmmmm"}, {R"("x")", "=ppmmmmmm"}, {"true", "=p=mmmmmm"}, {"false", "=p=mmmmmm"},
-        {"5", "==pmmmmmm"},         {"1", "==pmmmmmm"},                              // no truth value
-        {"2.5", "=ppmmmmmm"},       {"2.0", "==pmmmmmm"},                            // its text is 2
-        {"null", "---------"},      {"[]", "mmm=m-=mm"},     {"[[]]", "mmm=m-rmm"},  // an element of a structure list
-                                                                                     // must be an object
+    // For text, number, bool, list, bag, structure, structure list, map and structure map. A scalar's text is what
+    // counts: "5" is a number, 1 is no truth value, 2.0 is 2. An element of a structure list must be an object.
+    const std::map<std::string, std::string> rows = {
+        {R"("5")", "==pmmmmmm"}, {R"("true")", "=p=mmmmmm"}, {R"("x")", "=ppmmmmmm"}, {"true", "=p=mmmmmm"},
+        {"false", "=p=mmmmmm"},  {"5", "==pmmmmmm"},         {"1", "==pmmmmmm"},      {"2.5", "=ppmmmmmm"},
+        {"2.0", "==pmmmmmm"},    {"null", "---------"},      {"[]", "mmm=m-=mm"},     {"[[]]", "mmm=m-rmm"},
         {"{}", "mmmm==m=="},
     };
-    for (const auto& row : rows) {
+    for (const auto& [value, outcomes] : rows) {
         for (int kind = PTC_Text; kind <= PTC_StructureMap; ++kind) {
             const int id = kOfKind[kind];
-            const std::string json = "{\"" + CamelName(id) + "\":" + row.json + "}";
+            const std::string json = "{\"" + CamelName(id) + "\":" + value + "}";
             SCOPED_TRACE(json);
             const std::string outcome = Outcome(json);
-            switch (row.outcomes[kind - 1]) {
+            switch (outcomes[static_cast<std::size_t>(kind - 1)]) {
                 case '=':
                     EXPECT_EQ(0U, outcome.find(DashedName(id) + "=")) << outcome;
                     break;
@@ -318,8 +314,8 @@ TEST_F(JSONReader, ListAndMapFailuresKeepTheirOwnType) {
 }
 
 TEST_F(JSONReader, KeysOfMapsAreNeverConverted) {
-    EXPECT_EQ("my-map={aB:x,a-b:y}", Outcome(R"({"myMap":{"a-b":"y","aB":"x"}})"));
-    EXPECT_EQ("by-key=<aB:(),a-b:null>", Outcome(R"({"byKey":{"a-b":null,"aB":{}}})"));
+    EXPECT_EQ("my-map={a-b:y,aB:x}", Outcome(R"({"myMap":{"a-b":"y","aB":"x"}})"));
+    EXPECT_EQ("by-key=<a-b:null,aB:()>", Outcome(R"({"byKey":{"a-b":null,"aB":{}}})"));
 }
 
 TEST_F(JSONReader, ValuesOfMapsBecomeTexts) {

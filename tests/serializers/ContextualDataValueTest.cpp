@@ -56,6 +56,8 @@ TEST(ContextualDataValue, TuplesWithoutBrackets) {
     EXPECT_EQ(L"%null%,%null%", Text(TupleOf({Null(DataType::Integer), NullString()})));
 }
 
+TEST(ContextualDataValue, TuplesOfAnyDepth) { EXPECT_EQ(L"1", Text(typed::Nested(1000000))); }
+
 TEST(ContextualDataValue, NullOfEachType) {
     for (const DataType type : {DataType::Integer, DataType::Real, DataType::DateTime, DataType::Boolean,
                                 DataType::Date, DataType::Tuple, DataType::Spatial, DataType::Unknown}) {

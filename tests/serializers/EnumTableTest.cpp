@@ -9,12 +9,11 @@
 #include <qvpreslayer/qvpreslayer.h>
 
 #include "serializers/EnumTestTypes.h"
-#include "support/ListHost.h"
 #include "support/Printing.h"
 #include "support/TestHost.h"
 
-// What an enumeration of a host takes: four lines and one for each enumerator, here 4 + 3. Numbers may be negative and
-// have gaps.
+// An enumeration of a host. Besides the enumeration itself it takes a line for each enumerator and four more: seven.
+// Numbers may be negative and have gaps.
 enum class Season : int { Frost = -3, Dry = 1, Wet = 2000000000 };
 
 inline constexpr EnumName<Season> kSeasonNames[] = {

@@ -4,7 +4,8 @@
 //
 // and finds the sign, the significant digits and the power of ten of the first of them. That power alone tells almost
 // every overflow and underflow. What is left goes as "d.ddde<power>" to std::from_chars, whose own grammar (no "+", but
-// "nan" and "inf") and whose single code for both ways out of range are thereby out of the game.
+// "nan" and "inf") and whose single code for both ways out of range are thereby out of the game. A short text goes to
+// it as written first, and is normalised only when that leads out of range.
 #include <qvcore/TextNumbers.h>
 
 #include <algorithm>
@@ -23,6 +24,9 @@ using qvcore::detail::ParseInteger;
 // A number half-way between two neighbouring doubles has at most 767 significant digits. Beyond that only matters
 // whether anything but zeros follows, so that one more digit can stand for all of the rest.
 constexpr std::size_t kMaximumDigits = 800;
+
+// Numbers up to this length, which are nearly all, take the short way.
+constexpr std::size_t kShortText = 64;
 
 // Far outside every range, and far from overflowing when the length of a text is added.
 constexpr Int64 kPowerCap = Int64{1} << 60;
@@ -160,14 +164,33 @@ bool ConvertMagnitude(const RealParts& parts, Int64 power, Real& magnitude) {
     return result.ec == std::errc() && !std::isinf(magnitude);
 }
 
+// The magnitude of a number of the grammar, without its sign and as it is written; false when it is long or out of
+// range, which is for ConvertMagnitude to tell.
+template <class Real>
+bool ConvertShort(std::u16string_view text, Real& magnitude) {
+    char plain[kShortText];
+    if (text.size() > kShortText) {
+        return false;
+    }
+    std::transform(text.begin(), text.end(), plain, [](char16_t unit) { return static_cast<char>(unit); });
+    const std::from_chars_result result = std::from_chars(plain, plain + text.size(), magnitude);
+    return result.ec == std::errc() && !std::isinf(magnitude);
+}
+
 template <class Real>
 bool ParseReal(std::u16string_view text, Real& value) {
     RealParts parts;
     if (!ScanReal(text, parts)) {
         return false;
     }
-    Int64 power = 0;
     Real magnitude = 0;
+    TakeSign(text);
+    if (ConvertShort(text, magnitude)) {
+        value = parts.negative ? -magnitude : magnitude;
+        return true;
+    }
+    magnitude = 0;
+    Int64 power = 0;
     if (Normalize(parts, power) && !ConvertMagnitude(parts, power, magnitude)) {
         return false;
     }
