@@ -28,6 +28,7 @@ public:
     // code unit, one up to U+10FFFF two surrogates, any other U+FFFD.
     TString(const wchar_t* text);
     TString(std::wstring_view text);
+    TString(const std::wstring& text) : TString(std::wstring_view(text)) {}
 
     // From code units, unchanged; a null pointer gives the empty text.
     TString(const char16_t* text);
@@ -56,10 +57,13 @@ public:
     int length() const noexcept { return static_cast<int>(m_text.size()); }
     bool empty() const noexcept { return m_text.empty(); }
 
+    // data() ends with a NUL that is not counted; texts may hold others.
+    //
     // Requires: position < size().
     char16_t operator[](std::size_t position) const noexcept { return m_text[position]; }
 
     void clear() noexcept { m_text.clear(); }
+    std::size_t capacity() const noexcept { return m_text.capacity(); }
     void reserve(std::size_t units) { m_text.reserve(units); }
     void append(std::u16string_view text) { m_text.append(text); }
     void append(std::size_t count, char16_t unit) { m_text.append(count, unit); }
@@ -92,8 +96,16 @@ public:
         return left;
     }
 
+    friend TString operator+(TString left, char16_t right) {
+        left += right;
+        return left;
+    }
+
     friend bool operator==(const TString& left, const TString& right) noexcept { return left.view() == right.view(); }
     friend bool operator==(const TString& left, std::u16string_view right) noexcept { return left.view() == right; }
+    friend bool operator==(const TString& left, const std::u16string& right) noexcept {
+        return left.view() == std::u16string_view(right);
+    }
     friend bool operator==(const TString& left, const char16_t* right) { return left == TString(right); }
     friend bool operator==(const TString& left, const wchar_t* right) { return left == TString(right); }
     friend std::strong_ordering operator<=>(const TString& left, const TString& right) noexcept {
@@ -101,6 +113,9 @@ public:
     }
     friend std::strong_ordering operator<=>(const TString& left, std::u16string_view right) noexcept {
         return left.view() <=> right;
+    }
+    friend std::strong_ordering operator<=>(const TString& left, const std::u16string& right) noexcept {
+        return left.view() <=> std::u16string_view(right);
     }
     friend std::strong_ordering operator<=>(const TString& left, const char16_t* right) {
         return left <=> TString(right);
