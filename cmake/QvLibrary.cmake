@@ -22,6 +22,8 @@ function(qv_library)
     target_link_libraries(${ARG_OUTPUT} PUBLIC ${ARG_LINK_PUBLIC} PRIVATE ${ARG_LINK_PRIVATE})
     target_link_options(${ARG_OUTPUT} PRIVATE $<$<NOT:$<BOOL:${QVPRESLAYER_SANITIZER}>>:-Wl,-z,defs>)
     qv_warnings(${ARG_OUTPUT})
+    # The rounding of reals is defined operation by operation: no fused multiply-add.
+    target_compile_options(${ARG_OUTPUT} PRIVATE -ffp-contract=off)
 endfunction()
 
 # The project's own warnings for a target, as errors where the project is built for itself.

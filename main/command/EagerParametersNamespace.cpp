@@ -19,6 +19,7 @@ void EagerParametersNamespace::AddValue(int pid, const TString& verboseName, con
                                         RefCntPtr<IParameterSerializer> serializer, ParameterTypeCategory kind) {
     CheckRange(pid);
     ParameterInfo& record = Record(pid, verboseName, shortName, KindToRecord(serializer, kind));
+    record.directType = qvpreslayer::detail::DirectTypeOf(serializer.Get());
     record.serializer = std::move(serializer);
     record.structureSerializer.Reset();
 }
@@ -28,6 +29,7 @@ void EagerParametersNamespace::AddStructure(int pid, const TString& verboseName,
     CheckRange(pid);
     ParameterInfo& record = Record(pid, verboseName, shortName, kind);
     record.structureSerializer = std::move(serializer);
+    record.directType = qvpreslayer::detail::DirectType::None;
     record.serializer.Reset();
 }
 

@@ -9,6 +9,9 @@
 #include <qvpreslayer/RegistryExceptions.h>
 #include <qvpreslayer/SerializeStructure.h>
 
+using qvpreslayer::detail::DirectType;
+using qvpreslayer::detail::IDirectVisitor;
+
 namespace {
 
 thread_local int s_bagDepth = 0;
@@ -55,6 +58,7 @@ VisitStructuredParameters::VisitStructuredParameters(const ParametersRegistry& r
     : m_registry(&registry),
       m_bag(std::move(bag)),
       m_visitor(visitor),
+      m_directVisitor(dynamic_cast<IDirectVisitor*>(&visitor)),
       m_useVerboseNames(useVerboseNames),
       m_compressArrays(compressArrays) {}
 
@@ -74,6 +78,9 @@ void VisitStructuredParameters::VisitParameter(int id, const RefCntPtr<IParamete
     if (name.empty()) {
         throw ParameterNotFoundException(id);
     }
+    if (VisitDirectly(info, value)) {
+        return;
+    }
     switch (info.kind) {
         case PTC_List:
             return VisitList(id, value);
@@ -90,6 +97,14 @@ void VisitStructuredParameters::VisitParameter(int id, const RefCntPtr<IParamete
         default:
             return m_visitor.Parameter(name, m_registry->GetValueString(value, id), info.kind);
     }
+}
+
+bool VisitStructuredParameters::VisitDirectly(const ParameterInfo& info, const RefCntPtr<IParameter>& value) {
+    if (m_directVisitor == nullptr || info.directType == DirectType::None || info.kind == PTC_Map ||
+        (info.kind == PTC_List && m_compressArrays)) {
+        return false;
+    }
+    return value && m_directVisitor->WriteDirectly(info, m_useVerboseNames, *value);
 }
 
 void VisitStructuredParameters::VisitList(int id, const RefCntPtr<IParameter>& value) {

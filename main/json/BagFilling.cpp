@@ -21,13 +21,20 @@ bool BagFilling::Step(JSONReader& reader) {
     }
     const JSONMember& member = m_members[m_next++];
     m_name = reader.RegisteredName(member.name);
+    m_atName = true;
     m_id = reader.FindID(m_name);
     m_kind = reader.Registry().GetType(m_id);
+    m_atName = false;
     Apply(reader, member.value);
     return true;
 }
 
-JSONDocument::Index BagFilling::Current() const { return m_next == 0 ? 0 : m_members[m_next - 1].value; }
+JSONDocument::Index BagFilling::Current() const {
+    if (m_next == 0) {
+        return 0;
+    }
+    return m_members[m_next - 1].value - (m_atName ? 1 : 0);
+}
 
 void BagFilling::AppendStep(TString& path, const JSONDocument&) const {
     if (m_next != 0) {

@@ -48,6 +48,7 @@ private:
     TString m_name;  // as the registry spells it
     int m_id = 0;
     ParameterTypeCategory m_kind = PTC_None;
+    bool m_atName = false;  // its name is being looked up, not its value read
     RefCntPtr<IParameters> m_nested;               // set while its filling is under way
     RefCntPtr<IStructureSerializer> m_serializer;  // of m_nested, when it is to become a structure
 };

@@ -5,6 +5,8 @@
 
 #include <qvcore/CaseConversion.h>
 
+#include <qvpreslayer/ParametersRegistry.h>
+
 #include "main/json/JSONEscaping.h"
 
 namespace {

@@ -8,7 +8,7 @@
 
 struct JSONMember {
     std::u16string_view name;  // valid as long as the document
-    JSONDocument::Index value;
+    JSONDocument::Index value;  // the name's node stands right before it
 };
 
 // Ascending by name (ordinal, by code unit), each name once: the last of equal ones counts.

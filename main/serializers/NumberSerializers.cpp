@@ -6,8 +6,7 @@
 #include <qvcore/TextNumbers.h>
 
 #include <qvpreslayer/RegistryExceptions.h>
-
-#include "main/serializers/FixedPointText.h"
+#include <qvpreslayer/detail/NumberText.h>
 
 namespace {
 
@@ -18,9 +17,6 @@ bool Parse(std::u16string_view text, UInt64& value) { return ParseUInt64(text, v
 bool Parse(std::u16string_view text, float& value) { return ParseFloat(text, value); }
 bool Parse(std::u16string_view text, double& value) { return ParseDouble(text, value); }
 
-template <class T>
-constexpr int kFractionDigits = std::is_same_v<T, float> ? kFloatFractionDigits : kDoubleFractionDigits;
-
 }  // namespace
 
 namespace qvpreslayer::detail {
@@ -28,9 +24,11 @@ namespace qvpreslayer::detail {
 template <class T>
 TString NumberTraits<T>::ToText(const T& value) {
     if constexpr (std::is_floating_point_v<T>) {
-        return FixedPointText(value, kFractionDigits<T>);
+        char16_t text[kLongestReal];
+        return std::u16string_view(text, static_cast<std::size_t>(WriteReal(text, value) - text));
     } else {
-        return TString::number(value);
+        char16_t text[kLongestInteger];
+        return std::u16string_view(text, static_cast<std::size_t>(WriteInteger(text, value) - text));
     }
 }
 

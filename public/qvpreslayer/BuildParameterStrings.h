@@ -13,8 +13,10 @@
 #include <qvpreslayer/Export.h>
 #include <qvpreslayer/IStructuredParameterVisitor.h>
 #include <qvpreslayer/JSONSerializer.h>
+#include <qvpreslayer/detail/DirectText.h>
 
-class QVPRESLAYER_API BuildParameterStrings final : public IStructuredParameterVisitor {
+class QVPRESLAYER_API BuildParameterStrings final : public IStructuredParameterVisitor,
+                                                    public qvpreslayer::detail::IDirectVisitor {
 public:
     // Appends to out, at once the opening brace where the form has outer braces. shortNames says that the names that
     // arrive are short ones, which are never turned into camel case. Requires: out outlives the visitor.
@@ -48,6 +50,9 @@ public:
     // indents every line of the text to the current depth.
     void WriteCaptured(const TString& text) override;
 
+    // The events of a single value or a plain list at once.
+    bool WriteDirectly(const ParameterInfo& info, bool useVerboseNames, const IParameter& value) override;
+
 private:
     struct Frame {
         bool inList;
@@ -59,6 +64,11 @@ private:
     void SeparateClosing();
     void BreakLine(bool first);
     bool WriteName(const TString& name, bool raw);
+    void WriteKnownName(const ParameterInfo& info, bool useVerboseNames, const char16_t* colon);
+    template <class T>
+    bool WriteDirectScalar(const ParameterInfo& info, bool useVerboseNames, const IParameter& value);
+    template <class T>
+    bool WriteDirectList(const ParameterInfo& info, bool useVerboseNames, const IParameter& value);
     void WriteValue(const TString& text, ParameterTypeCategory kind);
     void Open(const TString& name, bool raw, char16_t bracket, Frame frame);
     void Close(char16_t bracket);

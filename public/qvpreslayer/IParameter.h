@@ -1,6 +1,7 @@
 // One value of a bag.
 #pragma once
 
+#include <qvsys/BlockPool.h>
 #include <qvsys/RefCntObject.h>
 #include <qvsys/RefCntPtr.h>
 
@@ -14,6 +15,9 @@ class PresentationModel;
 class QVPRESLAYER_API IParameter : public RefCntObject {
 public:
     ~IParameter() override;
+
+    // Values come and go by the thousand: small ones take kept blocks.
+    QVSYS_USE_BLOCK_POOL
 
     // The presentation model that the value holds, with a reference of its own; empty for every other value.
     virtual RefCntPtr<const PresentationModel> GetPresentationModel() const;

@@ -1,6 +1,7 @@
 // The abstract bag, and the visitor of its entries.
 #pragma once
 
+#include <qvsys/BlockPool.h>
 #include <qvsys/RefCntPtr.h>
 
 #include <qvpreslayer/Export.h>
@@ -22,6 +23,9 @@ protected:
 class QVPRESLAYER_API IParameters : public virtual RefCntObject {
 public:
     ~IParameters() override;
+
+    // Bags come and go by the thousand: small ones take kept blocks.
+    QVSYS_USE_BLOCK_POOL
 
     virtual void SetParameter(int id, RefCntPtr<IParameter> value) = 0;
 

@@ -23,6 +23,7 @@
 #include <qvpreslayer/Export.h>
 #include <qvpreslayer/IParameters.h>
 #include <qvpreslayer/ParameterTypeCategory.h>
+#include <qvpreslayer/detail/DirectText.h>
 
 // One row of a namespace listing.
 struct ParameterRegistryinfo {
@@ -40,6 +41,7 @@ struct ParameterInfo {
     TString camelName;                                    // the verbose name as JSON spells it
     RefCntPtr<IParameterSerializer> serializer;           // null for bags and structures
     RefCntPtr<IStructureSerializer> structureSerializer;  // null for all but structures
+    qvpreslayer::detail::DirectType directType{};         // of the values, for the library's own use
 };
 
 class QVPRESLAYER_API ParametersRegistry {

@@ -10,6 +10,11 @@
 #include <qvpreslayer/IStructuredParameterVisitor.h>
 
 class ParametersRegistry;
+struct ParameterInfo;
+
+namespace qvpreslayer::detail {
+class IDirectVisitor;
+}  // namespace qvpreslayer::detail
 
 // Walks bag, upwards by identifier, and tells visitor everything that it holds, nested bags included. No event wraps
 // the top level; name is not looked at. Identifiers marked unserializable are passed over; cache entries never show.
@@ -41,6 +46,7 @@ public:
     void VisitParameter(int id, const RefCntPtr<IParameter>& value) override;
 
 private:
+    bool VisitDirectly(const ParameterInfo& info, const RefCntPtr<IParameter>& value);
     void VisitList(int id, const RefCntPtr<IParameter>& value);
     void VisitMap(int id, const TString& name, const RefCntPtr<IParameter>& value);
     void VisitBag(int id, const TString& name);
@@ -51,6 +57,7 @@ private:
     const ParametersRegistry* m_registry;
     RefCntPtr<const IParameters> m_bag;
     IStructuredParameterVisitor& m_visitor;
+    qvpreslayer::detail::IDirectVisitor* m_directVisitor;  // the same visitor, where it takes values as they are
     bool m_useVerboseNames;
     bool m_compressArrays;
 };

@@ -205,6 +205,7 @@ TEST_F(JSONLocation, UnknownNamesTellTheirPath) {
     ASSERT_TRUE(e);
     EXPECT_TRUE(e->GetLocation().IsKnown());
     EXPECT_EQ(3U, e->GetLocation().line);
+    EXPECT_EQ(2U, e->GetLocation().column);  // the name's own place
     EXPECT_EQ(TString(L"/subBag/noSuchName"), e->GetLocation().path);
 }
 

@@ -18,12 +18,17 @@ PasswordString::PasswordString(const PasswordString& other) = default;
 
 PasswordString& PasswordString::operator=(const PasswordString& other) {
     if (this != &other) {
-        // The room is made first, so that the rest cannot fail, and growing never moves a password about: an empty text
-        // is moved in, and the old storage goes wiped.
+        // Room is made first, so that the rest cannot fail, and growing never moves a password about: an empty text is
+        // moved in, and the old storage goes wiped.
         TString room;
-        room.reserve(other.m_password.size());
+        if (other.m_password.size() > m_password.capacity()) {
+            room.reserve(other.m_password.size());
+        }
         Wipe(m_password);
-        m_password = std::move(room);
+        if (other.m_password.size() > m_password.capacity()) {
+            m_password = std::move(room);
+        }
+        m_password.clear();
         m_password.append(other.m_password);
     }
     return *this;

@@ -90,14 +90,14 @@ TString TString::FromUtf8(std::string_view utf8) {
     return result;
 }
 
-std::string TString::ToUtf8() const { return ::ToUtf8(m_text); }
+std::string TString::ToUtf8() const { return ::ToUtf8(view()); }
 
-std::wstring TString::ToStdWString() const { return {m_text.begin(), m_text.end()}; }
+std::wstring TString::ToStdWString() const { return {data(), data() + size()}; }
 
 TString TString::FromStdWString(const std::wstring& text) { return FromWide(text); }
 
 std::vector<TString> TString::split(const TString& separator) const {
-    const std::u16string_view text = m_text;
+    const std::u16string_view text = view();
     std::vector<TString> parts;
     std::size_t start = 0;
     if (!separator.empty()) {
@@ -124,7 +124,7 @@ TString TString::left(int n) const { return view().substr(0, Cut(n, size())); }
 TString TString::right(int n) const { return view().substr(size() - Cut(n, size())); }
 
 TString& TString::replace(const TString& before, const TString& after) {
-    const std::u16string_view text = m_text;
+    const std::u16string_view text = view();
     std::size_t found = before.empty() ? text.npos : text.find(before);
     if (found == text.npos) {
         return *this;
@@ -132,11 +132,11 @@ TString& TString::replace(const TString& before, const TString& after) {
     std::u16string result;
     std::size_t start = 0;
     for (; found != text.npos; found = text.find(before, start)) {
-        result.append(text.substr(start, found - start)).append(after.m_text);
+        result.append(text.substr(start, found - start)).append(after.view());
         start = found + before.size();
     }
     result.append(text.substr(start));
-    m_text = std::move(result);
+    m_text.assign(result);
     return *this;
 }
 

@@ -50,19 +50,19 @@ TString FromInteger(Integer value, int base, int width, char16_t fill) {
 
 }  // namespace
 
-int TString::toInt(bool* ok, int base) const { return ToInteger<int>(m_text, ok, base); }
+int TString::toInt(bool* ok, int base) const { return ToInteger<int>(view(), ok, base); }
 
-unsigned int TString::toUInt(bool* ok, int base) const { return ToInteger<unsigned int>(m_text, ok, base); }
+unsigned int TString::toUInt(bool* ok, int base) const { return ToInteger<unsigned int>(view(), ok, base); }
 
-Int64 TString::toLong(bool* ok, int base) const { return ToInteger<Int64>(m_text, ok, base); }
+Int64 TString::toLong(bool* ok, int base) const { return ToInteger<Int64>(view(), ok, base); }
 
-Int64 TString::toLongLong(bool* ok, int base) const { return ToInteger<Int64>(m_text, ok, base); }
+Int64 TString::toLongLong(bool* ok, int base) const { return ToInteger<Int64>(view(), ok, base); }
 
-UInt64 TString::toULongLong(bool* ok, int base) const { return ToInteger<UInt64>(m_text, ok, base); }
+UInt64 TString::toULongLong(bool* ok, int base) const { return ToInteger<UInt64>(view(), ok, base); }
 
-float TString::toFloat(bool* ok) const { return ToReal(m_text, ok, &ParseFloat); }
+float TString::toFloat(bool* ok) const { return ToReal(view(), ok, &ParseFloat); }
 
-double TString::toDouble(bool* ok) const { return ToReal(m_text, ok, &ParseDouble); }
+double TString::toDouble(bool* ok) const { return ToReal(view(), ok, &ParseDouble); }
 
 TString TString::number(int value, int base, int width, char16_t fill) { return FromInteger(value, base, width, fill); }
 

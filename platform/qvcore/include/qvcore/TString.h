@@ -13,6 +13,7 @@
 
 #include <qvcore/Export.h>
 #include <qvcore/IntegerTypes.h>
+#include <qvcore/TextBuffer.h>
 
 // A text of UTF-16 code units with value semantics. Lengths and positions count code units; comparison is ordinal by
 // code unit, case-sensitive and independent of any locale.
@@ -27,11 +28,12 @@ public:
     // code unit, one up to U+10FFFF two surrogates, any other U+FFFD.
     TString(const wchar_t* text);
     TString(std::wstring_view text);
+    TString(const std::wstring& text) : TString(std::wstring_view(text)) {}
 
     // From code units, unchanged; a null pointer gives the empty text.
     TString(const char16_t* text);
     TString(std::u16string_view text) : m_text(text) {}
-    TString(std::u16string text) noexcept : m_text(std::move(text)) {}
+    TString(const std::u16string& text) : m_text(text) {}
 
     // count times the same code unit.
     TString(std::size_t count, char16_t unit) : m_text(count, unit) {}
@@ -48,17 +50,20 @@ public:
     static TString FromStdWString(const std::wstring& text);
 
     // The code units, valid until the next change.
-    operator std::u16string_view() const noexcept { return m_text; }
-    std::u16string_view view() const noexcept { return m_text; }
+    operator std::u16string_view() const noexcept { return m_text.view(); }
+    std::u16string_view view() const noexcept { return m_text.view(); }
     const char16_t* data() const noexcept { return m_text.data(); }
     std::size_t size() const noexcept { return m_text.size(); }
     int length() const noexcept { return static_cast<int>(m_text.size()); }
     bool empty() const noexcept { return m_text.empty(); }
 
+    // data() ends with a NUL that is not counted; texts may hold others.
+    //
     // Requires: position < size().
     char16_t operator[](std::size_t position) const noexcept { return m_text[position]; }
 
     void clear() noexcept { m_text.clear(); }
+    std::size_t capacity() const noexcept { return m_text.capacity(); }
     void reserve(std::size_t units) { m_text.reserve(units); }
     void append(std::u16string_view text) { m_text.append(text); }
     void append(std::size_t count, char16_t unit) { m_text.append(count, unit); }
@@ -68,10 +73,16 @@ public:
     void resize(std::size_t units) { m_text.resize(units); }
     char16_t* mutable_data() noexcept { return m_text.data(); }
 
+    // For writers that know how much they may write: room for at least more units behind the text. What is written
+    // there becomes part of the text with Accept, which is given the end of it. Valid until the next change.
+    char16_t* Extend(std::size_t more) { return m_text.Extend(more); }
+    void Accept(const char16_t* end) noexcept { m_text.SetSize(static_cast<std::size_t>(end - m_text.data())); }
+
     TString& operator+=(std::u16string_view text) {
         m_text.append(text);
         return *this;
     }
+    TString& operator+=(const std::u16string& text) { return *this += std::u16string_view(text); }
     TString& operator+=(const TString& text) { return *this += text.view(); }
     TString& operator+=(const wchar_t* text) { return *this += TString(text); }
     TString& operator+=(const char16_t* text) { return *this += TString(text); }
@@ -85,9 +96,32 @@ public:
         return left;
     }
 
-    friend bool operator==(const TString& left, const TString& right) noexcept { return left.m_text == right.m_text; }
+    friend TString operator+(TString left, char16_t right) {
+        left += right;
+        return left;
+    }
+
+    friend bool operator==(const TString& left, const TString& right) noexcept { return left.view() == right.view(); }
+    friend bool operator==(const TString& left, std::u16string_view right) noexcept { return left.view() == right; }
+    friend bool operator==(const TString& left, const std::u16string& right) noexcept {
+        return left.view() == std::u16string_view(right);
+    }
+    friend bool operator==(const TString& left, const char16_t* right) { return left == TString(right); }
+    friend bool operator==(const TString& left, const wchar_t* right) { return left == TString(right); }
     friend std::strong_ordering operator<=>(const TString& left, const TString& right) noexcept {
-        return left.m_text <=> right.m_text;
+        return left.view() <=> right.view();
+    }
+    friend std::strong_ordering operator<=>(const TString& left, std::u16string_view right) noexcept {
+        return left.view() <=> right;
+    }
+    friend std::strong_ordering operator<=>(const TString& left, const std::u16string& right) noexcept {
+        return left.view() <=> std::u16string_view(right);
+    }
+    friend std::strong_ordering operator<=>(const TString& left, const char16_t* right) {
+        return left <=> TString(right);
+    }
+    friend std::strong_ordering operator<=>(const TString& left, const wchar_t* right) {
+        return left <=> TString(right);
     }
 
     // The parts between the occurrences of separator, empty ones included: n occurrences give n + 1 parts, an empty
@@ -138,7 +172,7 @@ public:
     static TString number(UInt64 value, int base = 10, int width = 0, char16_t fill = u' ');
 
 private:
-    std::u16string m_text;
+    qvcore::detail::TextBuffer m_text;
 };
 
 template <>

@@ -1,0 +1,120 @@
+#include <qvpreslayer/detail/NumberText.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+#include <qvsys/QuorvelException.h>
+
+namespace qvpreslayer::detail {
+
+namespace {
+
+// Below this a real's integer part is exact in a 64-bit integer.
+constexpr double kTwoTo63 = 9223372036854775808.0;
+
+char16_t* WriteAscii(char16_t* to, const char* begin, const char* end) { return std::copy(begin, end, to); }
+
+// The integer part of a real of any size, every digit of it.
+char16_t* WriteWhole(char16_t* to, double whole) {
+    std::array<char, kLongestReal> digits;
+    const auto [end, error] =
+        std::to_chars(digits.data(), digits.data() + digits.size(), whole, std::chars_format::fixed, 0);
+    if (error != std::errc()) {
+        throw QuorvelException(u"Data serialization error");
+    }
+    return WriteAscii(to, digits.data(), end);
+}
+
+char16_t* WriteSpecial(char16_t* to, double value) {
+    if (std::isnan(value)) {
+        constexpr char kNull[] = "null";
+        return WriteAscii(to, kNull, kNull + 4);
+    }
+    if (value < 0) {
+        *to++ = u'-';
+    }
+    *to++ = u'1';
+    return std::fill_n(to, 37, u'0');
+}
+
+char16_t* DropZeros(char16_t* end) {
+    while (end[-1] == u'0') {
+        --end;
+    }
+    return end;
+}
+
+// A point and the digits of a fraction that is not 0, without zeros at the end. Values of few digits are common: the
+// second half is looked at only when it holds any.
+template <int Digits>
+char16_t* WriteFraction(char16_t* to, UInt64 fraction) {
+    *to++ = u'.';
+    if constexpr (Digits == 14) {
+        constexpr UInt64 kTenTo6 = 1000000;
+        const auto high = static_cast<std::uint32_t>(fraction / kTenTo6);  // eight digits
+        const auto low = static_cast<std::uint32_t>(fraction % kTenTo6);   // six
+        if (low == 0) {
+            if (high % 10000 == 0) {
+                return DropZeros(WriteFourDigits(to, high / 10000));
+            }
+            return DropZeros(WriteEightDigits(to, high));
+        }
+        to = WriteEightDigits(to, high);
+        return DropZeros(WriteFourDigits(WriteFourDigits(to, low / 100), low % 100 * 100));
+    } else {
+        static_assert(Digits == 7);
+        const auto digits = static_cast<std::uint32_t>(fraction);
+        return DropZeros(WriteFourDigits(WriteFourDigits(to, digits / 1000), digits % 1000 * 10));
+    }
+}
+
+template <int Digits>
+constexpr double kScale = Digits == 14 ? 1e14 : 1e7;
+
+template <int Digits>
+char16_t* WriteFixedPoint(char16_t* to, double value) {
+    const double magnitude = std::fabs(value);
+    if (!(magnitude < kTwoTo63)) [[unlikely]] {
+        if (!std::isfinite(value)) {
+            return WriteSpecial(to, value);
+        }
+        if (value < 0) {
+            *to++ = u'-';
+        }
+        return WriteWhole(to, magnitude);  // so large a real has no fraction
+    }
+    auto whole = static_cast<Int64>(magnitude);
+    // The difference is exact, as is the product's rounding that of the rule; a positive sum is cut to its floor.
+    auto fraction = static_cast<Int64>((magnitude - static_cast<double>(whole)) * kScale<Digits> + 0.5);
+    if (fraction >= static_cast<Int64>(kScale<Digits>)) {
+        ++whole;
+        fraction -= static_cast<Int64>(kScale<Digits>);
+    }
+    if (value < 0 && (whole | fraction) != 0) {
+        *to++ = u'-';
+    }
+    to = WriteInteger(to, static_cast<UInt64>(whole));
+    return fraction == 0 ? to : WriteFraction<Digits>(to, static_cast<UInt64>(fraction));
+}
+
+}  // namespace
+
+constinit const FourDigitTable kFourDigitTable = [] {
+    FourDigitTable table{};
+    for (unsigned value = 0; value < 10000; ++value) {
+        table.digits[value][0] = static_cast<char16_t>(u'0' + value / 1000);
+        table.digits[value][1] = static_cast<char16_t>(u'0' + value / 100 % 10);
+        table.digits[value][2] = static_cast<char16_t>(u'0' + value / 10 % 10);
+        table.digits[value][3] = static_cast<char16_t>(u'0' + value % 10);
+    }
+    return table;
+}();
+
+char16_t* WriteReal(char16_t* to, double value) { return WriteFixedPoint<14>(to, value); }
+
+char16_t* WriteReal(char16_t* to, float value) { return WriteFixedPoint<7>(to, static_cast<double>(value)); }
+
+}  // namespace qvpreslayer::detail
