@@ -48,6 +48,9 @@ ParameterInfo& EagerParametersNamespace::Record(int pid, const TString& verboseN
     record->verboseName = verboseName;
     record->camelName = DashedToCamel(verboseName);
     m_idsByVerboseName.insert_or_assign(verboseName, pid);
+    if (CamelToDashed(record->camelName) == verboseName) {
+        m_idsByCamelName.insert_or_assign(record->camelName, pid);
+    }
     // Without a short name an earlier one stays, and no name leads here.
     if (!shortName.empty()) {
         record->shortName = shortName;
@@ -63,8 +66,13 @@ const ParameterInfo* EagerParametersNamespace::Find(int id) const noexcept {
 
 int EagerParametersNamespace::FindID(const TString& name, bool verbose) const noexcept {
     const NameTable& table = verbose ? m_idsByVerboseName : m_idsByShortName;
-    const auto id = table.find(name);
+    const auto id = table.find(name.view());
     return id == table.end() ? 0 : id->second;
+}
+
+int EagerParametersNamespace::FindCamel(std::u16string_view camelName) const noexcept {
+    const auto id = m_idsByCamelName.find(camelName);
+    return id == m_idsByCamelName.end() ? 0 : id->second;
 }
 
 std::vector<ParameterRegistryinfo> EagerParametersNamespace::Rows() const {

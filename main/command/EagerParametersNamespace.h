@@ -12,12 +12,15 @@
 #include <qvcore/TString.h>
 
 #include <qvpreslayer/ParametersRegistry.h>
+#include <qvpreslayer/detail/DirectText.h>
+
+#include "main/command/NameHash.h"
 
 // One record for each identifier holds its names, kind and serializer, so that a lookup needs one table; names lead to
 // identifiers through two more.
 //
 // Records never move: the references that the registry hands out last as long as the namespace.
-class EagerParametersNamespace : public RefCntObject {
+class EagerParametersNamespace final : public RefCntObject, public qvpreslayer::detail::ICamelNames {
 public:
     EagerParametersNamespace(int firstId, int lastId) : m_firstId(firstId), m_lastId(lastId) {}
     ~EagerParametersNamespace() override = default;
@@ -39,11 +42,13 @@ public:
     // The identifier of a verbose or short name; 0 when there is none.
     int FindID(const TString& name, bool verbose) const noexcept;
 
+    int FindCamel(std::u16string_view camelName) const noexcept override;
+
     // The identifiers that have both names, in the order in which they were added.
     std::vector<ParameterRegistryinfo> Rows() const;
 
 private:
-    using NameTable = boost::unordered_flat_map<TString, int, std::hash<TString>>;
+    using NameTable = boost::unordered_flat_map<TString, int, NameHash, NameEqual>;
 
     void CheckRange(int pid) const;
     ParameterInfo& Record(int pid, const TString& verboseName, const TString& shortName, ParameterTypeCategory kind);
@@ -52,6 +57,7 @@ private:
     boost::unordered_flat_map<int, ParameterInfo*> m_recordsById;  // into m_records
     NameTable m_idsByVerboseName;
     NameTable m_idsByShortName;
+    NameTable m_idsByCamelName;  // only names that the camel-case form leads back to
     int m_firstId;
     int m_lastId;
 };

@@ -250,6 +250,11 @@ const ParameterInfo* ParametersRegistry::FindInfo(int id) const {
     return owner == nullptr ? nullptr : owner->Filled().Find(id);
 }
 
+const qvpreslayer::detail::ICamelNames* ParametersRegistry::FindCamelNames(const TString& namespaceName) const {
+    const auto found = m_impl->namespaces.find(namespaceName);
+    return found == m_impl->namespaces.end() ? nullptr : &found->second->Filled();
+}
+
 std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> ParametersRegistry::GetNamespaceInfos() const {
     std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> infos;
     infos.reserve(m_impl->namespaces.size());

@@ -3,10 +3,14 @@
 #include <map>
 #include <utility>
 
+#include <cxxabi.h>
+
 #include <qvcore/Messages.h>
 
+#include <qvpreslayer/RegistryExceptions.h>
 #include <qvpreslayer/ValParameter.h>
 
+#include "main/json/DirectReading.h"
 #include "main/json/StructureFillings.h"
 
 BagFilling::BagFilling(const JSONReader& reader, RefCntPtr<IParameters> bag, JSONDocument::Index object)
@@ -20,13 +24,23 @@ bool BagFilling::Step(JSONReader& reader) {
         return false;
     }
     const JSONMember& member = m_members[m_next++];
-    m_name = reader.RegisteredName(member.name);
-    m_atName = true;
-    m_id = reader.FindID(m_name);
-    m_kind = reader.Registry().GetType(m_id);
-    m_atName = false;
+    FindParameter(reader, member.name);
     Apply(reader, member.value);
     return true;
+}
+
+void BagFilling::FindParameter(JSONReader& reader, std::u16string_view name) {
+    m_info = reader.FindDirectly(name);
+    if (m_info != nullptr && m_info->kind != PTC_None) {
+        m_id = m_info->id;
+        m_kind = m_info->kind;
+        return;
+    }
+    m_info = nullptr;
+    m_atName = true;
+    m_id = reader.FindID(reader.RegisteredName(name));
+    m_kind = reader.Registry().GetType(m_id);
+    m_atName = false;
 }
 
 JSONDocument::Index BagFilling::Current() const {
@@ -57,9 +71,26 @@ void BagFilling::Apply(JSONReader& reader, JSONDocument::Index value) {
 
 void BagFilling::ApplyScalar(JSONReader& reader, JSONDocument::Index value) {
     if (m_kind != PTC_Text && m_kind != PTC_Number && m_kind != PTC_Bool) {
-        ThrowMismatch(reader.Document()[value].kind);
+        ThrowMismatch(reader, reader.Document()[value].kind);
+    }
+    if (m_info != nullptr) {
+        if (RefCntPtr<IParameter> typed = ReadScalarDirectly(*m_info, reader.Document(), value)) {
+            StoreScalar(std::move(typed));
+            return;
+        }
     }
     reader.Registry().SetFromString(m_id, m_bag, reader.ScalarText(value));
+}
+
+// A failure while storing is a failure of the scalar, as in ParametersRegistry::SetFromString.
+void BagFilling::StoreScalar(RefCntPtr<IParameter> value) {
+    try {
+        m_bag->SetParameter(m_id, std::move(value));
+    } catch (const abi::__forced_unwind&) {
+        throw;  // the thread is being cancelled
+    } catch (...) {
+        throw ParameterParseException(m_id);
+    }
 }
 
 void BagFilling::ApplyArray(JSONReader& reader, JSONDocument::Index value) {
@@ -71,7 +102,7 @@ void BagFilling::ApplyArray(JSONReader& reader, JSONDocument::Index value) {
         case PTC_StructureList:
             return reader.Push(std::make_unique<StructureListFilling>(reader, m_bag, m_id, value));
         default:
-            ThrowMismatch(JSONKind::Array);
+            ThrowMismatch(reader, JSONKind::Array);
     }
 }
 
@@ -85,7 +116,7 @@ void BagFilling::ApplyObject(JSONReader& reader, JSONDocument::Index value) {
         case PTC_StructureMap:
             return reader.Push(std::make_unique<StructureMapFilling>(reader, m_bag, m_id, value));
         default:
-            ThrowMismatch(JSONKind::Object);
+            ThrowMismatch(reader, JSONKind::Object);
     }
 }
 
@@ -93,6 +124,12 @@ void BagFilling::ApplyObject(JSONReader& reader, JSONDocument::Index value) {
 // serializer's business.
 void BagFilling::ReadList(JSONReader& reader, JSONDocument::Index array) {
     const JSONDocument& document = reader.Document();
+    if (m_info != nullptr) {
+        if (RefCntPtr<IParameter> typed = ReadListDirectly(*m_info, document, array)) {
+            m_bag->SetParameter(m_id, std::move(typed));
+            return;
+        }
+    }
     std::vector<TString> values;
     std::vector<RunRecord> runs;
     int position = 0;
@@ -150,8 +187,8 @@ void BagFilling::FinishNested() {
     }
 }
 
-void BagFilling::ThrowMismatch(JSONKind found) const {
-    JSONParseException failure(Messages::kJSONKindMismatch, m_name);
+void BagFilling::ThrowMismatch(const JSONReader& reader, JSONKind found) const {
+    JSONParseException failure(Messages::kJSONKindMismatch, reader.RegisteredName(m_members[m_next - 1].name));
     failure.SetMismatch(m_id, m_kind, found);
     throw failure;
 }

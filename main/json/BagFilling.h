@@ -29,7 +29,9 @@ public:
     void AppendStep(TString& path, const JSONDocument& document) const override;
 
 private:
+    void FindParameter(JSONReader& reader, std::u16string_view name);
     void Apply(JSONReader& reader, JSONDocument::Index value);
+    void StoreScalar(RefCntPtr<IParameter> value);
     void ApplyScalar(JSONReader& reader, JSONDocument::Index value);
     void ApplyArray(JSONReader& reader, JSONDocument::Index value);
     void ApplyObject(JSONReader& reader, JSONDocument::Index value);
@@ -38,17 +40,17 @@ private:
     void ReadListForm(JSONReader& reader, JSONDocument::Index array);
     void StartNested(JSONReader& reader, JSONDocument::Index object);
     void FinishNested();
-    [[noreturn]] void ThrowMismatch(JSONKind found) const;
+    [[noreturn]] void ThrowMismatch(const JSONReader& reader, JSONKind found) const;
 
     RefCntPtr<IParameters> m_bag;
     std::vector<JSONMember> m_members;
     std::size_t m_next = 0;  // of m_members; the one before it is being read
 
     // The parameter being read.
-    TString m_name;  // as the registry spells it
+    const ParameterInfo* m_info = nullptr;  // null where the short way did not find it
     int m_id = 0;
     ParameterTypeCategory m_kind = PTC_None;
-    bool m_atName = false;  // its name is being looked up, not its value read
+    bool m_atName = false;                         // its name is being looked up, not its value read
     RefCntPtr<IParameters> m_nested;               // set while its filling is under way
     RefCntPtr<IStructureSerializer> m_serializer;  // of m_nested, when it is to become a structure
 };

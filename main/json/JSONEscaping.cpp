@@ -2,9 +2,7 @@
 
 #include <array>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+#include "main/json/PlainUnits.h"
 
 namespace {
 
@@ -28,29 +26,14 @@ constexpr std::array<char16_t, 128> kEscapes = [] {
 
 char16_t EscapeOf(char16_t unit) { return unit < kEscapes.size() ? kEscapes[unit] : u'\0'; }
 
-// How many units from at on surely need no escape; fewer than there are, but never one too many.
-std::size_t PlainUnits(const char16_t* at, const char16_t* end) {
-    const char16_t* const begin = at;
-#if defined(__SSE2__)
-    // Eight units at a time. U+0000 counts as one to look at, which costs time and nothing else.
-    const __m128i quote = _mm_set1_epi16(u'"');
-    const __m128i backslash = _mm_set1_epi16(u'\\');
-    const __m128i del = _mm_set1_epi16(0x7F);
-    const __m128i lastControl = _mm_set1_epi16(0x1F);
-    for (; end - at >= 8; at += 8) {
-        const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-        const __m128i control = _mm_cmpeq_epi16(_mm_subs_epu16(units, lastControl), _mm_setzero_si128());
-        const __m128i marks = _mm_or_si128(_mm_cmpeq_epi16(units, quote), _mm_cmpeq_epi16(units, backslash));
-        const __m128i found = _mm_or_si128(_mm_or_si128(control, marks), _mm_cmpeq_epi16(units, del));
-        if (_mm_movemask_epi8(found) != 0) {
-            break;
-        }
-    }
-#endif
+// How many units from the start on need no escape. U+0000 is not plain and needs none all the same.
+std::size_t UnescapedUnits(std::u16string_view text) {
+    const char16_t* const end = text.data() + text.size();
+    const char16_t* at = SkipPlainUnits(text.data(), end);
     while (at != end && EscapeOf(*at) == u'\0') {
-        ++at;
+        at = SkipPlainUnits(at + 1, end);
     }
-    return static_cast<std::size_t>(at - begin);
+    return static_cast<std::size_t>(at - text.data());
 }
 
 void AppendEscape(TString& out, char16_t unit, char16_t escape) {
@@ -67,7 +50,7 @@ void AppendEscape(TString& out, char16_t unit, char16_t escape) {
 
 void AppendEscaped(TString& out, std::u16string_view text) {
     while (true) {
-        const std::size_t plain = PlainUnits(text.data(), text.data() + text.size());
+        const std::size_t plain = UnescapedUnits(text);
         out.append(text.substr(0, plain));
         if (plain == text.size()) [[likely]] {
             return;

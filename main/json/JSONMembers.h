@@ -7,7 +7,7 @@
 #include "main/json/JSONDocument.h"
 
 struct JSONMember {
-    std::u16string_view name;  // valid as long as the document
+    std::u16string_view name;   // valid as long as the document
     JSONDocument::Index value;  // the name's node stands right before it
 };
 

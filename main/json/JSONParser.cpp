@@ -8,12 +8,23 @@
 
 #include <qvpreslayer/PresLayerLimits.h>
 
+#include "main/json/PlainUnits.h"
+
 namespace {
+
+// About how many units of text come with a node: room for most texts at the first go.
+constexpr std::size_t kUnitsPerNode = 8;
 
 // As many integer digits always stay within the range of double.
 constexpr std::size_t kSafeDigits = 300;
 
+// As many digits, a sign included, always fit a 64-bit integer.
+constexpr std::size_t kShortInteger = 18;
+
 bool IsInteger(std::u16string_view digits) {
+    if (digits.size() <= kShortInteger) {
+        return true;
+    }
     Int64 number = 0;
     UInt64 large = 0;
     return ParseInt64(digits, number) || ParseUInt64(digits, large);
@@ -30,6 +41,7 @@ void JSONParser::Parse() {
     if (m_text.size() >= std::numeric_limits<std::uint32_t>::max()) {
         Fail();
     }
+    m_nodes.reserve(m_text.size() / kUnitsPerNode + 1);
     State state = State::Value;
     while (state != State::Done) {
         TakeBlanks();
@@ -141,12 +153,17 @@ JSONParser::State JSONParser::AfterValue() const { return m_open.empty() ? State
 void JSONParser::TakeString() {
     const std::size_t begin = ++m_at;
     bool escaped = false;
-    while (!IsAt(u'"')) {
+    while (true) {
+        const char16_t* const stop = SkipPlainUnits(m_text.data() + m_at, m_text.data() + m_text.size());
+        m_at = static_cast<std::size_t>(stop - m_text.data());
+        if (IsAt(u'"')) {
+            break;
+        }
         // Raw control characters are refused, all but U+0000, which the writer leaves raw.
-        if (AtEnd() || (m_text[m_at] < 0x20 && m_text[m_at] != 0)) {
+        if (AtEnd() || (*stop < 0x20 && *stop != 0)) {
             Fail();
         }
-        if (m_text[m_at] == u'\\') {
+        if (*stop == u'\\') {
             escaped = true;
             TakeEscape();
         } else {

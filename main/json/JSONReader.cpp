@@ -8,8 +8,10 @@
 
 #include <qvpreslayer/ParameterTypeTraits.h>
 #include <qvpreslayer/PresLayerLimits.h>
+#include <qvpreslayer/PresModelBuilderSupport.h>
 
 #include "main/json/BagFilling.h"
+#include "main/json/JSONNumbers.h"
 
 namespace {
 
@@ -18,20 +20,7 @@ const char* KindName(JSONKind kind) {
     return kNames[static_cast<std::size_t>(kind)];
 }
 
-// Integers travel as the decimal text of their low 32 bits: read as signed below this bound, as unsigned from it on. So
-// values up to 4294967295 keep their value, negative ones of 32 bits theirs, and all others wrap.
-constexpr Int64 kUnsignedFrom = 0x8000000;
-
-TString IntegerText(std::u16string_view digits) {
-    Int64 value = 0;
-    if (!ParseInt64(digits, value)) {
-        UInt64 large = 0;
-        ParseUInt64(digits, large);
-        value = static_cast<Int64>(large);
-    }
-    const auto low = static_cast<std::uint32_t>(value);
-    return value < kUnsignedFrom ? TString::number(static_cast<int>(low)) : TString::number(low);
-}
+TString IntegerText(std::u16string_view digits) { return TString::number(TravellingInteger(digits)); }
 
 TString RealText(std::u16string_view digits) {
     double value = 0;
@@ -46,7 +35,8 @@ JSONReader::JSONReader(const JSONDocument& document, const TString& namespaceNam
       m_registry(ParametersRegistry::Get()),
       m_namespace(namespaceName),
       m_shortNames(shortNames),
-      m_lookupFlag(lookupFlag) {}
+      m_lookupFlag(lookupFlag),
+      m_camelNames(shortNames ? nullptr : m_registry.FindCamelNames(namespaceName)) {}
 
 JSONReader::~JSONReader() = default;
 
@@ -75,6 +65,15 @@ RefCntPtr<IParameters> JSONReader::Read() {
 
 TString JSONReader::RegisteredName(std::u16string_view name) const {
     return m_shortNames ? TString(name) : CamelToDashed(name);
+}
+
+const ParameterInfo* JSONReader::FindDirectly(std::u16string_view name) const {
+    // The option may change from one member to the next, when host code runs in between.
+    if (m_camelNames == nullptr || !(m_lookupFlag || PresModelBuilderSupport::UseVerboseNames())) {
+        return nullptr;
+    }
+    const int id = m_camelNames->FindCamel(name);
+    return id == 0 ? nullptr : m_registry.FindInfo(id);
 }
 
 TString JSONReader::ScalarText(JSONDocument::Index node) const {

@@ -52,6 +52,9 @@ public:
     TString RegisteredName(std::u16string_view name) const;
     int FindID(const TString& name) const { return m_registry.GetID(m_namespace, name, m_lookupFlag); }
 
+    // What both together lead to, where one look-up tells; null says nothing.
+    const ParameterInfo* FindDirectly(std::u16string_view name) const;
+
     // The text of a scalar; empty for objects, arrays and null.
     TString ScalarText(JSONDocument::Index node) const;
 
@@ -75,6 +78,7 @@ private:
     TString m_namespace;
     bool m_shortNames;
     bool m_lookupFlag;
+    const qvpreslayer::detail::ICamelNames* m_camelNames;  // null when they are not what is looked for
     RefCntPtr<IStructureSerializer> m_recordedSerializer;  // empty until a structure is met
     RefCntPtr<IParameters> m_recordedBag;
     std::vector<std::unique_ptr<JSONFilling>> m_fillings;  // outermost first

@@ -134,6 +134,10 @@ public:
     // Everything about id in one lookup, or null when it is not registered. Valid until its namespace is cleared.
     const ParameterInfo* FindInfo(int id) const;
 
+    // The camel-case names of a namespace, filled, or null when there is none. For the library's own use; valid until
+    // the namespace is cleared.
+    const qvpreslayer::detail::ICamelNames* FindCamelNames(const TString& namespaceName) const;
+
     // The registered namespaces in name order, each with its identifiers that have both names, in the order in which
     // they were added. Fills every namespace.
     std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> GetNamespaceInfos() const;

@@ -5,6 +5,8 @@
 // written; one that does not, and every unusual case, gets the events.
 #pragma once
 
+#include <string_view>
+
 #include <qvpreslayer/Export.h>
 #include <qvpreslayer/IParameter.h>
 #include <qvpreslayer/IParameterSerializer.h>
@@ -28,6 +30,17 @@ public:
 
 protected:
     ~IDirectVisitor() = default;
+};
+
+// The verbose names of one namespace as JSON spells them.
+class ICamelNames {
+public:
+    // The identifier that the namespace itself gives to the name whose camel-case form this is; 0 when it has none, or
+    // when the form does not lead back to the name.
+    virtual int FindCamel(std::u16string_view camelName) const noexcept = 0;
+
+protected:
+    ~ICamelNames() = default;
 };
 
 }  // namespace qvpreslayer::detail
