@@ -20,7 +20,9 @@ function(qv_library)
         ${ARG_OUTPUT}
         PUBLIC $<BUILD_INTERFACE:${ARG_INCLUDE}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     target_link_libraries(${ARG_OUTPUT} PUBLIC ${ARG_LINK_PUBLIC} PRIVATE ${ARG_LINK_PRIVATE})
-    target_link_options(${ARG_OUTPUT} PRIVATE $<$<NOT:$<BOOL:${QVPRESLAYER_SANITIZER}>>:-Wl,-z,defs>)
+    if(NOT QVPRESLAYER_SANITIZER)  # their run-time libraries come with the program
+        target_link_options(${ARG_OUTPUT} PRIVATE -Wl,-z,defs)
+    endif()
     qv_warnings(${ARG_OUTPUT})
     # The rounding of reals is defined operation by operation: no fused multiply-add.
     target_compile_options(${ARG_OUTPUT} PRIVATE -ffp-contract=off)

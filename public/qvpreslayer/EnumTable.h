@@ -93,6 +93,11 @@ constexpr bool HasUniqueNames(const EnumName<E> (&names)[N], const EnumNameOrder
     return twin == order.data() + N;
 }
 
+template <class E, std::size_t N>
+constexpr bool HasValue(const EnumName<E> (&names)[N], E value) {
+    return std::any_of(names, names + N, [value](const EnumName<E>& line) { return line.value == value; });
+}
+
 // The line of value, or null. Where values are dense from the first on, the distance to it is the position.
 template <class E, std::size_t N>
 constexpr const EnumName<E>* FindByValue(const EnumName<E> (&names)[N], E value) {
@@ -141,7 +146,7 @@ struct EnumTraits : ParameterTypeTraitsBase {
     static_assert(std::is_enum_v<Enum> && sizeof(Enum) <= sizeof(std::int32_t), "enumerators have at most 32 bits");
     static_assert(qvpreslayer::detail::IsAscending(Names), "the values of the table ascend");
     static_assert(qvpreslayer::detail::HasUniqueNames(Names, kOrder), "the names of the table are unique");
-    static_assert(qvpreslayer::detail::FindByValue(Names, Default) != nullptr, "the default is in the table");
+    static_assert(qvpreslayer::detail::HasValue(Names, Default), "the default is in the table");
 
     static TString ToText(const Enum& value) {
         const EnumName<Enum>* line = qvpreslayer::detail::FindByValue(Names, value);

@@ -246,4 +246,6 @@ TEST_F(ParamAdder, OneSerializerMayServeSeveralIdentifiers) {
     });
     EXPECT_EQ(1, alive);
     EXPECT_EQ(registry.GetValueSerializer(1), registry.GetListSerializer(2));
+    registry.Clear();  // the serializer counts itself out while the counter is there
+    EXPECT_EQ(0, alive);
 }
