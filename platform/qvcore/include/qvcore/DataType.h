@@ -14,4 +14,8 @@ enum class DataType : std::uint8_t {
     Tuple = 6,     // an ordered, immutable sequence of typed values
     Spatial = 7,   // a geometry, kept as a text that nothing here looks into
     Unknown = 8,   // the type of a null that nobody gave a type; no other value has it
+
+    // The same two, spelled as their names "cstring" and "datetime" would be.
+    Cstring = CString,
+    Datetime = DateTime,
 };
