@@ -1,6 +1,7 @@
 #include <qvpreslayer/detail/ParameterTable.h>
 
 #include <algorithm>
+#include <new>
 
 namespace qvpreslayer::detail {
 
@@ -51,6 +52,9 @@ bool ParameterTable::Erase(int id) noexcept {
     if (entry == m_entries.end() || entry->id != id) {
         return false;
     }
+    if (m_entries.size() > kLargestVector && entry + 1 != m_entries.end() && TryMoveIntoTree()) {
+        return m_tree->erase(id) != 0;
+    }
     const Value removed = std::move(entry->value);  // let go of it when the table is in order again
     m_entries.erase(entry);
     return true;
@@ -63,6 +67,16 @@ void ParameterTable::Clear() noexcept {
 
 ParameterTable::Entries::iterator ParameterTable::LowerBound(int id) noexcept {
     return std::lower_bound(m_entries.begin(), m_entries.end(), id, kBefore);
+}
+
+// Without memory for the nodes the entries stay where they are, which costs time only.
+bool ParameterTable::TryMoveIntoTree() noexcept {
+    try {
+        MoveIntoTree();
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 void ParameterTable::MoveIntoTree() {

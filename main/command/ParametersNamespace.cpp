@@ -42,7 +42,6 @@ const EagerParametersNamespace& ParametersNamespace::Filled() {
 }
 
 void ParametersNamespace::Fill() {
-    const RefCntPtr<ParametersNamespace> keepAlive(this);  // a registration function may clear the registry
     const std::lock_guard<TRecursiveMutex> lock(m_mutex);
     // Without the mark, a function that looks into its own namespace would start the filling again, and so for ever.
     if (!m_needInit.load(std::memory_order_relaxed) || m_filling) {

@@ -1,4 +1,4 @@
-// Finding runs in numeric lists, in one pass without looking ahead. Included by RunWriter.h and its tests.
+// Finding runs in numeric lists, in one pass without looking ahead. Included by RunWriter.h and DataValueRuns.cpp.
 #pragma once
 
 #include <cmath>

@@ -25,7 +25,7 @@ using RunRecords = std::vector<std::pair<int, std::vector<TString>>>;
 //   Elements::Length(run)                                    how many elements it stands for
 //   Elements::Append(run, std::vector<T>& to)                its elements
 //
-// Parses from the last record to the first, all before any element moves: a failure leaves values as they are.
+// Parses from the last record to the first, all before any element moves. What values hold after a failure is not told.
 template <class Elements, class T>
 void ExpandRuns(std::vector<T>& values, const RunRecords& records) {
     struct Piece {

@@ -36,8 +36,8 @@ public:
     void AddBag(int id, const wchar_t* name);
     void AddBag(int id, const wchar_t* name, const wchar_t* shortName);
 
-    // A structured value, a list of them, a map of them. Without a serializer the kind stays; reading then leaves the
-    // nested bag, writing fails.
+    // A structured value, a list of them, a map of them. Without a serializer the kind stays. Reading an object for a
+    // structure then leaves the nested bag; everything else that needs the serializer is LogicException "m_ptr".
     void AddStructure(int id, const wchar_t* name, IStructureSerializer* serializer);
     void AddStructure(int id, const wchar_t* name, const wchar_t* shortName, IStructureSerializer* serializer);
     void AddStructureList(int id, const wchar_t* name, IStructureSerializer* serializer);

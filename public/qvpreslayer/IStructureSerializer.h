@@ -39,9 +39,10 @@ public:
     // Whether a structure is written as a list of texts rather than as members with names.
     virtual bool IsListForm() const = 0;
 
-    // Called on the serializer of the first structure that a reading call met, for each structure list element and
-    // list-form structure read inside: elementBag is the element's bag, filled; recordedBag is the bag that owns the
-    // first structure, still being filled. May add to elementBag what elements need from their surroundings.
+    // Called on the serializer of the first structure that a reading call met as an object, for each structure list
+    // element and list-form structure that the call reads after that, inside it or not: elementBag is the element's
+    // bag, filled; recordedBag is the bag that owns the first structure, still being filled. May add to elementBag what
+    // elements need from their surroundings.
     virtual void PrepareElement(int id, RefCntPtr<IParameters> elementBag,
                                 RefCntPtr<IParameters> recordedBag) const = 0;
 

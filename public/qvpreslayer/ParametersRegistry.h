@@ -62,7 +62,8 @@ public:
     static ParametersRegistry& Get();
 
     // Registers the namespace name over firstId to lastId, filled by fill at its first lookup, or before this returns
-    // when eager. ParameterNamespaceAlreadyExistsException(name) when there is one. What an eager fill throws passes,
+    // when eager. fill may look up, add parts and register other namespaces; it must not clear its own.
+    // ParameterNamespaceAlreadyExistsException(name) when there is one. What an eager fill throws passes,
     // and the namespace is not registered then.
     void RegisterNamespace(const TString& name, RegistrationFunction fill, int firstId, int lastId, bool eager);
 
@@ -105,7 +106,7 @@ public:
     // The kind of id; ParameterNotFoundException(id) when it is not registered.
     ParameterTypeCategory GetType(int id) const;
 
-    // The serializer of id, kept alive by the registry; may be null when it was registered so.
+    // The serializer of id, kept alive by the registry; that of a structure may be null when it was registered so.
     // ParameterNotFoundException(id) when id is not of the kind asked for.
     IParameterSerializer* GetListSerializer(int id) const;
     IParameterSerializer* GetMapSerializer(int id) const;
@@ -118,7 +119,7 @@ public:
     IParameterSerializer* GetValueSerializer(int id) const;
 
     // The text of a single value of id. ParameterNotFoundException(id) when id has no serializer of values; for lists
-    // and maps the element serializer answers TypeMismatchCommandException.
+    // and maps the element serializer is asked, which answers TypeMismatchCommandException for all but an element.
     TString GetValueString(RefCntPtr<const IParameter> value, int id) const;
 
     // Parses valueText as a single value of the named parameter and stores it in params. The failures of GetID pass

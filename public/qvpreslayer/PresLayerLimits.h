@@ -1,8 +1,9 @@
 // The limits that hold hostile input in check, in one place: defaults, and how a host changes them.
 //
-// Each breach is one exception, thrown before memory or stack run out; the caller's data is as it was.
+// Each breach is one exception; the caller's data is as it was. The default depths fit the usual stacks of some
+// megabytes: a host that walks bags on threads with small stacks (256 KiB hold 512 levels) lowers the depth of bags.
 //
-// Threads: set them at start-up; each is one atomic value that applies to calls that begin later.
+// Threads: set them at start-up; each is one atomic value, read wherever the limit is checked.
 #pragma once
 
 #include <cstddef>

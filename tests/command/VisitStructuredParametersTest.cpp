@@ -119,7 +119,7 @@ TEST_F(Walker, UsesTheRegistryItIsGiven) {
 TEST_F(Walker, GoesAsDeepAsTheLimit) {
     ASSERT_EQ(1000, PresLayerLimits::GetBagDepth());
     EXPECT_EQ(NestedTrace(1000), Trace(Nested(1000)));
-    ExpectTooDeep([] { Trace(Nested(1002)); });
+    ExpectTooDeep([] { Trace(Nested(1001)); });
 }
 
 TEST_F(Walker, StopsAtABagThatHoldsItself) {
@@ -130,7 +130,7 @@ TEST_F(Walker, StopsAtABagThatHoldsItself) {
 TEST_F(Walker, HasALimitThatTheHostSets) {
     const BagDepthScope scope(5);
     EXPECT_EQ(NestedTrace(5), Trace(Nested(5)));
-    ExpectTooDeep([] { Trace(Nested(7)); });
+    ExpectTooDeep([] { Trace(Nested(6)); });
 }
 
 TEST_F(Walker, StartsAfreshAfterAFailure) {

@@ -70,6 +70,14 @@ void* AllocateBlock(std::size_t bytes) {
     return block;
 }
 
+void* TryAllocateBlock(std::size_t bytes) noexcept {
+    try {
+        return AllocateBlock(bytes);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 void ReleaseBlock(void* block, std::size_t bytes) noexcept {
     if (block == nullptr || !IsKept(bytes)) {
         ::operator delete(block);

@@ -74,6 +74,7 @@ private:
 
     Entries::iterator LowerBound(int id) noexcept;
     void MoveIntoTree();
+    bool TryMoveIntoTree() noexcept;
 
     Entries m_entries;             // ascending; empty once m_tree is set
     std::unique_ptr<Tree> m_tree;  // null for most bags

@@ -20,6 +20,9 @@ inline constexpr std::size_t kLargestKeptBlock = 256;
 // At least bytes, aligned as operator new aligns. std::bad_alloc without memory.
 [[nodiscard]] QVSYS_API void* AllocateBlock(std::size_t bytes);
 
+// The same; null without memory.
+[[nodiscard]] QVSYS_API void* TryAllocateBlock(std::size_t bytes) noexcept;
+
 // Requires: block was allocated with the same number of bytes.
 QVSYS_API void ReleaseBlock(void* block, std::size_t bytes) noexcept;
 
@@ -30,16 +33,20 @@ QVSYS_API void ReleaseKeptBlocks() noexcept;
 
 // Inside a class: its objects, and those of classes derived from it, take kept blocks. Types that ask for more
 // alignment than usual go to the allocator.
-#define QVSYS_USE_BLOCK_POOL                                                                       \
-    static void* operator new(std::size_t bytes) { return ::qvsys::detail::AllocateBlock(bytes); } \
-    static void* operator new(std::size_t, void* place) noexcept { return place; }                 \
-    static void* operator new(std::size_t bytes, std::align_val_t alignment) {                     \
-        return ::operator new(bytes, alignment);                                                   \
-    }                                                                                              \
-    static void operator delete(void* block, std::size_t bytes) noexcept {                         \
-        ::qvsys::detail::ReleaseBlock(block, bytes);                                               \
-    }                                                                                              \
-    static void operator delete(void*, void*) noexcept {}                                          \
-    static void operator delete(void* block, std::size_t, std::align_val_t alignment) noexcept {   \
-        ::operator delete(block, alignment);                                                       \
+#define QVSYS_USE_BLOCK_POOL                                                                               \
+    static void* operator new(std::size_t bytes) { return ::qvsys::detail::AllocateBlock(bytes); }         \
+    static void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {                         \
+        return ::qvsys::detail::TryAllocateBlock(bytes);                                                   \
+    }                                                                                                      \
+    static void* operator new(std::size_t, void* place) noexcept { return place; }                         \
+    static void* operator new(std::size_t bytes, std::align_val_t alignment) {                             \
+        return ::operator new(bytes, alignment);                                                           \
+    }                                                                                                      \
+    static void operator delete(void* block, std::size_t bytes) noexcept {                                 \
+        ::qvsys::detail::ReleaseBlock(block, bytes);                                                       \
+    }                                                                                                      \
+    static void operator delete(void* block, const std::nothrow_t&) noexcept { ::operator delete(block); } \
+    static void operator delete(void*, void*) noexcept {}                                                  \
+    static void operator delete(void* block, std::size_t, std::align_val_t alignment) noexcept {           \
+        ::operator delete(block, alignment);                                                               \
     }

@@ -71,8 +71,8 @@ template <class T, class U>
 bool operator==(const RefCntPtr<T>& left, const RefCntPtr<U>& right) noexcept {
     return left.Get() == right.Get();
 }
-template <class T>
-bool operator==(const RefCntPtr<T>& left, const T* right) noexcept {
+template <class T, class U>
+bool operator==(const RefCntPtr<T>& left, U* right) noexcept {
     return left.Get() == right;
 }
 template <class T>
