@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "BenchHost.h"
+#include "ListVisitors.h"
 
 namespace {
 
@@ -53,59 +54,6 @@ std::vector<T> MakeValues(std::int64_t shape) {
     return values;
 }
 
-// Counts what it is told and forgets it. Derived classes keep some.
-class CountingVisitor : public IStructuredParameterVisitor {
-public:
-    std::int64_t items = 0;
-    std::int64_t lists = 0;
-
-    void Parameter(const TString&, const TString&, ParameterTypeCategory) override {}
-    void StartList(const TString&, ParameterTypeCategory) override { ++lists; }
-    void ListItem(const TString&) override { ++items; }
-    void EndList(const TString&) override {}
-    void StartMap(const TString&, ParameterTypeCategory) override {}
-    void MapItem(const TString&, const TString&, bool) override {}
-    void EndMap(const TString&) override {}
-    void StartComposite(const TString&, bool) override {}
-    void EndComposite(const TString&) override {}
-    void NullMapItem(const TString&, bool) override {}
-    void StartCapture() override {}
-    TString EndCapture() override { return TString(); }
-    void WriteCaptured(const TString&) override {}
-
-protected:
-    ~CountingVisitor() = default;
-};
-
-class Counter final : public CountingVisitor {};
-
-// Keeps a list as the reader of JSON hands it to a serializer: plain elements, and nested lists by their position.
-class Collector final : public CountingVisitor {
-public:
-    std::vector<TString> values;
-    std::vector<RunRecord> runs;
-
-    void StartList(const TString& name, ParameterTypeCategory kind) override {
-        CountingVisitor::StartList(name, kind);
-        if (++m_depth == 2) {
-            runs.emplace_back(static_cast<int>(m_position++), std::vector<TString>());
-        }
-    }
-    void ListItem(const TString& text) override {
-        if (m_depth == 2) {
-            runs.back().second.push_back(text);
-        } else {
-            values.push_back(text);
-            ++m_position;
-        }
-    }
-    void EndList(const TString&) override { --m_depth; }
-
-private:
-    int m_depth = 0;
-    std::int64_t m_position = 0;
-};
-
 template <class T>
 void RegisterList(ParametersRegistry& registry) {
     RegisterCoreNamespaceParameters(registry, L"qvcore");
@@ -124,7 +72,7 @@ void BM_WriteNumberList(benchmark::State& state) {
     const auto serializer = MakeRefCnt<ParameterTypeSerializer<T>>();
     std::int64_t events = 0;
     for (auto _ : state) {
-        Counter counter;
+        ListCounter counter;
         SerializeStructure stream(counter, true, state.range(1) != 0);
         serializer->SerializeVector(stream, kListID, values);
         benchmark::DoNotOptimize(events = counter.items + counter.lists);
@@ -140,7 +88,7 @@ void BM_ExpandNumberList(benchmark::State& state) {
     BenchRegistry registry;
     RegisterList<T>(registry);
     const auto serializer = MakeRefCnt<ParameterTypeSerializer<T>>();
-    Collector packed;
+    ListCollector packed;
     SerializeStructure stream(packed, true, true);
     serializer->SerializeVector(stream, kListID, MakeValues<T>(state.range(0)));
     for (auto _ : state) {
