@@ -23,6 +23,16 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
         libboost-json1.81-dev:boost/json.hpp
     )
     kBenchPackages=(libbenchmark-dev:benchmark/benchmark.h)
+    # Who the comparison measures beside; any of them may be missing.
+    kPeerPackages=(
+        rapidjson-dev:rapidjson/document.h
+        nlohmann-json3-dev:nlohmann/json.hpp
+        libsimdjson-dev:simdjson.h
+        libprotobuf-dev:google/protobuf/util/json_util.h
+        protobuf-compiler:protoc
+        qt6-base-dev:qmake6
+    )
+    kCountPackages=(valgrind:valgrind)
     kFormatPackages=(clang-format-14:clang-format-14)
     kClangPackages=(clang:clang++)
     kTidyPackages=(clang-tidy-14:clang-tidy-14)
@@ -70,6 +80,15 @@ need() {
     local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300)
     quietly "${apt[@]}" update || true
     quietly "${apt[@]}" install --yes --no-install-recommends "${missing[@]}" || exit 2
+}
+
+# need_each package:probe...: as need, but goes on without what cannot be had.
+need_each() {
+    local entry
+    (need "$@") && return
+    for entry in "$@"; do
+        (need "$entry") || say "going on without ${entry%%:*}"
+    done
 }
 
 # build PRESET [TARGET...]: configures where that was not done since the presets changed, and builds.

@@ -47,8 +47,8 @@ public:
     virtual bool CanWrite() const { return true; }
     virtual bool CanRead() const { return true; }
 
-    // Makes everything that writing starts from. The documents stay until Release, which forgets all of it. Throws
-    // when the library cannot take these documents.
+    // Makes everything that writing starts from, and no buffers beyond. The documents stay until Release, which forgets
+    // all of it. Throws when the library cannot take these documents.
     virtual void Prepare(const Documents& documents) = 0;
     virtual void Release() = 0;
 

@@ -132,7 +132,7 @@ public:
         }
         return {m_bytes.data(), ToUtf8(text, m_bytes.data())};
     }
-    void Release() { m_bytes = std::string(); }
+    void Release() { std::string().swap(m_bytes); }  // an assignment would keep the memory
 
 private:
     std::string m_bytes;

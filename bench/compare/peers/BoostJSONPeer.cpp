@@ -21,6 +21,7 @@ public:
         for (std::size_t i = 0; i < documents.texts.size(); ++i) {
             m_values.push_back(Parse(i));
         }
+        m_utf8.Release();
     }
 
     void Release() override {
