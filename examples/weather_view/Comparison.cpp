@@ -69,7 +69,8 @@ void Comparison::CompareParameters(const TString& path, const IParameter& writte
     const bool known =
         CompareAsOneOf<int, unsigned int, Int64, UInt64, float, double, bool>(path, written, read) ||
         CompareAsOneOf<TString, FieldName, QualifiedName, PasswordString, TUUID>(path, written, read) ||
-        CompareAsOneOf<MinutesDuration, CoreParameterID>(path, written, read) ||
+        CompareAsOneOf<MinutesDuration, CoreParameterID, DataValue>(path, written, read) ||
+        CompareAsOneOf<FontWeight, TextAlign, StyleElement, AggType>(path, written, read) ||
         CompareAsOneOf<RefCntPtr<const IParameters>, RefCntPtr<const PresentationModel>>(path, written, read);
     if (!known) {
         Differ(path, L"is of a type that the comparison does not know");
@@ -132,6 +133,15 @@ void Comparison::Compare(const TString& path, const std::map<TString, T>& writte
         if (!written.contains(key)) {
             Differ(Below(path, key), L"came back and was never there");
         }
+    }
+}
+
+void Comparison::Compare(const TString& path, const DataValue& written, const DataValue& read) {
+    ++m_valueCount;
+    const TString writtenText = TextOf(written);
+    const TString readText = TextOf(read);
+    if (!(written == read) || writtenText != readText) {
+        Differ(path, writtenText + TString(L" came back as ") + readText);
     }
 }
 

@@ -43,6 +43,8 @@ private:
     void Compare(const TString& path, const std::vector<T>& written, const std::vector<T>& read);
     template <class T>
     void Compare(const TString& path, const std::map<TString, T>& written, const std::map<TString, T>& read);
+    // Equal values may differ in collation, precision and scale; their texts tell.
+    void Compare(const TString& path, const DataValue& written, const DataValue& read);
     void Compare(const TString& path, const PasswordString& written, const PasswordString& read);
     void Compare(const TString& path, const RefCntPtr<const IParameters>& written,
                  const RefCntPtr<const IParameters>& read);

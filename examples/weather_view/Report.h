@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "BadTexts.h"
+#include "ColumnTexts.h"
 #include "RoundTrip.h"
 #include "WeatherSummary.h"
 #include "WeatherTable.h"
@@ -18,8 +19,9 @@ struct Findings {
     const WeatherSummary& summary;
     std::vector<RoundTrip> bagTrips;  // one for each of AllTextForms()
     RoundTrip modelTrip;
+    TableTexts penguins;
     std::vector<BadText> badTexts;
-    std::filesystem::path writtenFile;
+    std::vector<std::filesystem::path> writtenFiles;
 };
 
 // Whether everything came back equal and failed as documented.

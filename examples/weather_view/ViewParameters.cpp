@@ -70,6 +70,19 @@ void AddListsAndMaps(IParameters& bag, const WeatherSummary& summary) {
     SetParameterValue(bag, ViewID::kSelection, std::vector<int>{3, 14, 15});  // never written, see the vocabulary
 }
 
+void AddEnumerations(IParameters& style) {
+    SetParameterValue(style, ViewID::kFontWeight, FontWeight::FontWeightBold);
+    SetParameterValue(style, ViewID::kTextAlign, TextAlign::TextAlignEnd);
+    SetParameterValue(
+        style, ViewID::kStyledElements,
+        std::vector<StyleElement>{StyleElement::elementAxis, StyleElement::elementTitle, StyleElement::elementTooltip});
+    SetParameterValue(style, ViewID::kAggregations,
+                      std::map<TString, AggType>{{L"precipitation", AggType::Sum},
+                                                 {L"temp_max", AggType::Max},
+                                                 {L"temp_min", AggType::Min},
+                                                 {L"wind", AggType::Average}});
+}
+
 // A bag in a bag in the bag.
 Bag MakeStyle() {
     const RefCntPtr<IParameters> axis = NewBag();
@@ -81,6 +94,7 @@ Bag MakeStyle() {
     SetParameterValue<int>(*style, ViewID::kFontSize, 11);
     SetParameterValue<double>(*style, ViewID::kOpacity, 0.85);
     SetParameterValue<Bag>(*style, ViewID::kAxis, axis);
+    AddEnumerations(*style);
     return style;
 }
 

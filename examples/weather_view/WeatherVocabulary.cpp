@@ -64,6 +64,37 @@ void AddModel(AbstractParamAdder& adder) {
     adder.AddList(ViewID::kConditions, L"conditions", L"cs", new TStringSerializer);
 }
 
+// An enumeration is registered as any other type; its texts come from its own table.
+void AddEnumerations(AbstractParamAdder& adder) {
+    adder.AddSimple(ViewID::kFontWeight, L"font-weight", L"fw", new ParameterTypeSerializer<FontWeight>);
+    adder.AddSimple(ViewID::kTextAlign, L"text-align", L"ta", new ParameterTypeSerializer<TextAlign>);
+    adder.AddList(ViewID::kStyledElements, L"styled-elements", L"el", new ParameterTypeSerializer<StyleElement>);
+    adder.AddMap(ViewID::kAggregations, L"aggregations", L"ag", new ParameterTypeSerializer<AggType>);
+}
+
+// One serializer for typed values of every type.
+void AddTypedValues(AbstractParamAdder& adder) {
+    adder.AddSimple(ViewID::kHeaviestPenguin, L"heaviest-penguin", L"hp", new ParameterTypeSerializer<DataValue>);
+    adder.AddSimple(ViewID::kLongestBeak, L"longest-beak", L"lb", new ParameterTypeSerializer<DataValue>);
+    adder.AddSimple(ViewID::kNextReview, L"next-review", L"nr", new ParameterTypeSerializer<DataValue>);
+    adder.AddMap(ViewID::kFirstPenguin, L"first-penguin", L"fp", new ParameterTypeSerializer<DataValue>);
+    adder.AddMap(ViewID::kUnmeasuredPenguin, L"unmeasured-penguin", L"up", new ParameterTypeSerializer<DataValue>);
+}
+
+void AddPenguinTable(AbstractParamAdder& adder) {
+    adder.AddBag(ViewID::kPenguinTable, L"penguin-table", L"pg");
+    adder.AddList(ViewID::kRow, L"row", L"ro", new ParameterTypeSerializer<DataValue>);
+    adder.AddList(ViewID::kFlipperLength, L"flipper-length", L"fl", new ParameterTypeSerializer<DataValue>);
+    adder.AddList(ViewID::kBeakLength, L"beak-length", L"bl", new ParameterTypeSerializer<DataValue>);
+    adder.AddList(ViewID::kSpecies, L"species", L"sc", new ParameterTypeSerializer<DataValue>);
+    adder.AddList(ViewID::kSex, L"sex", L"sx", new ParameterTypeSerializer<DataValue>);
+    adder.AddList(ViewID::kIsMale, L"is-male", L"im", new ParameterTypeSerializer<DataValue>);
+    adder.AddList(ViewID::kReviewDate, L"review-date", L"rd", new ParameterTypeSerializer<DataValue>);
+    adder.AddList(ViewID::kReviewTime, L"review-time", L"rt", new ParameterTypeSerializer<DataValue>);
+    adder.AddList(ViewID::kBeak, L"beak", L"be", new ParameterTypeSerializer<DataValue>);
+    adder.AddList(ViewID::kRemark, L"remark", L"re", new ParameterTypeSerializer<DataValue>);
+}
+
 }  // namespace
 
 void RegisterVocabulary(ParametersRegistry& registry) {
@@ -71,13 +102,18 @@ void RegisterVocabulary(ParametersRegistry& registry) {
 
     // A namespace may be filled by several functions, one for each module that has parameters in it. They run in this
     // order, at the first lookup.
-    for (const auto fill : {AddValues, AddListsAndMaps, AddBagsAndStructures, AddModel}) {
+    for (const auto fill : {AddValues, AddListsAndMaps, AddBagsAndStructures, AddModel, AddEnumerations, AddTypedValues,
+                            AddPenguinTable}) {
         registry.RegisterNamespacePart(kViewNamespace, fill, kFirstViewID, kLastViewID);
     }
     registry.SetFallback(kViewNamespace, kCoreNamespace);
 
     // What the user has selected lives in the bag and concerns nobody else.
     registry.AddUnserializable(ViewID::kSelection);
+
+    // Lists of typed values are written through JSON for readers that know the types of the columns, and cannot be read
+    // back from there: the table stays out of the view's text and is written by itself.
+    registry.AddUnserializable(ViewID::kPenguinTable);
 }
 
 }  // namespace weather

@@ -63,6 +63,32 @@ enum : int {
     kTempMin,        // list of double
     kWind,           // list of double
     kConditions,     // list of text
+
+    // Enumerations, in the style.
+    kFontWeight,      // FontWeight
+    kTextAlign,       // TextAlign
+    kStyledElements,  // list of StyleElement
+    kAggregations,    // map of AggType
+
+    // Typed values: single ones and maps.
+    kHeaviestPenguin,    // DataValue: an integer
+    kLongestBeak,        // DataValue: a real
+    kNextReview,         // DataValue: a date
+    kFirstPenguin,       // map of DataValue
+    kUnmeasuredPenguin,  // map of DataValue
+
+    // A table of them: a bag that is never written with the view, and its columns, which are lists of DataValue.
+    kPenguinTable,   // bag
+    kRow,            // integers
+    kFlipperLength,  // integers
+    kBeakLength,     // reals
+    kSpecies,        // texts
+    kSex,            // texts
+    kIsMale,         // booleans
+    kReviewDate,     // dates
+    kReviewTime,     // dates with times
+    kBeak,           // tuples
+    kRemark,         // of unknown type
 };
 }  // namespace ViewID
 

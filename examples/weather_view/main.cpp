@@ -2,9 +2,12 @@
 //
 //     weather_view [table.csv [output folder]]
 //
+// penguins.json, a table with nulls in it, stands beside the table.
+//
 // In reading order: ViewHost.h (what a host brings along), WeatherVocabulary (its parameters), WeatherModel (typed
-// columns as a presentation model), ViewParameters (filling a bag), RoundTrip (writing and reading), BadTexts (what
-// wrong texts answer). WeatherTable, WeatherSummary, Comparison and Report are the program's own business.
+// columns as a presentation model), ViewParameters (filling a bag), RoundTrip (writing and reading), PenguinFile
+// (reading a text of somebody else), PenguinValues and ColumnTexts (typed values), BadTexts (what wrong texts answer).
+// WeatherTable, WeatherSummary, Comparison and Report are the program's own business.
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -13,6 +16,9 @@
 #include <stdexcept>
 #include <string>
 
+#include "ColumnTexts.h"
+#include "PenguinFile.h"
+#include "PenguinValues.h"
 #include "Report.h"
 #include "ViewHost.h"
 #include "ViewParameters.h"
@@ -43,6 +49,7 @@ int Run(const std::filesystem::path& tablePath, const std::filesystem::path& out
     // Start-up: a published registry, then the namespaces.
     ViewRegistry registry;
     RegisterVocabulary(registry);
+    RegisterPenguinVocabulary(registry);
 
     // The data: typed columns in a model, and a bag around it.
     const std::string csv = ReadFile(tablePath);
@@ -50,6 +57,7 @@ int Run(const std::filesystem::path& tablePath, const std::filesystem::path& out
     const auto model = MakeRefCnt<WeatherModel>(ReadWeatherTable(csvStream));
     const WeatherSummary summary = Summarize(model->GetTable());
     const RefCntPtr<IParameters> bag = MakeViewParameters(model, summary, csv.size());
+    AddPenguinValues(*bag, ReadPenguins(TString::FromUtf8(ReadFile(tablePath.parent_path() / "penguins.json"))));
 
     // The work: every form of the text, there and back.
     std::vector<RoundTrip> trips;
@@ -58,11 +66,15 @@ int Run(const std::filesystem::path& tablePath, const std::filesystem::path& out
     }
     const TString& prettyText = trips.front().text;
 
-    const std::filesystem::path outputFile = outputFolder / "weather_view.json";
-    WriteFile(outputFile, prettyText);
+    const TableTexts penguins = WritePenguinTable(*bag);
+    const std::filesystem::path viewFile = outputFolder / "weather_view.json";
+    const std::filesystem::path penguinFile = outputFolder / "penguin_table.json";
+    WriteFile(viewFile, prettyText);
+    WriteFile(penguinFile, penguins.document);
 
-    const Findings findings{model->GetTable(),        summary,   trips, WriteAndReadModel(model, {}),
-                            ReadBadTexts(prettyText), outputFile};
+    const Findings findings{
+        model->GetTable(),      summary, trips, WriteAndReadModel(model, {}), penguins, ReadBadTexts(prettyText),
+        {viewFile, penguinFile}};
     PrintReport(std::cout, findings);
     return AllAsExpected(findings) ? 0 : 1;
 }
