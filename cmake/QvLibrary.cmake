@@ -14,7 +14,8 @@ function(qv_library)
                    SOVERSION ${PROJECT_VERSION_MAJOR}
                    CXX_VISIBILITY_PRESET hidden
                    VISIBILITY_INLINES_HIDDEN ON
-                   CXX_EXTENSIONS OFF)
+                   CXX_EXTENSIONS OFF
+                   INSTALL_RPATH $ORIGIN)
     target_compile_features(${ARG_OUTPUT} PUBLIC cxx_std_20)
     target_include_directories(
         ${ARG_OUTPUT}
@@ -28,11 +29,16 @@ function(qv_library)
     target_compile_options(${ARG_OUTPUT} PRIVATE -ffp-contract=off)
 endfunction()
 
-# The project's own warnings for a target, as errors where the project is built for itself.
+# The project's own warnings for a target, as errors where the project is built for itself. Not under sanitizers: what
+# they add to the code makes g++ warn of members that are never read unset.
 function(qv_warnings target)
+    set(werror)
+    if(PROJECT_IS_TOP_LEVEL AND NOT QVPRESLAYER_SANITIZER)
+        set(werror -Werror)
+    endif()
     target_compile_options(
         ${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
-                          $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror>)
+                          ${werror})
 endfunction()
 
 # QVPRESLAYER_SANITIZER: "address,undefined" or "thread"; empty for none.

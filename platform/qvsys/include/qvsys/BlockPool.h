@@ -1,4 +1,4 @@
-// Small blocks of memory, kept for the next one who asks.
+// Small blocks of memory, kept for the next one who asks. Not for callers.
 //
 // Values and texts come and go by the thousand, mostly on one thread; taking a block back from a list costs a fraction
 // of an allocation.
