@@ -17,7 +17,7 @@
 #include "main/command/NameHash.h"
 
 // One record for each identifier holds its names, kind and serializer, so that a lookup needs one table; names lead to
-// identifiers through two more.
+// identifiers through three more.
 //
 // Records never move: the references that the registry hands out last as long as the namespace.
 class EagerParametersNamespace final : public RefCntObject, public qvpreslayer::detail::ICamelNames {

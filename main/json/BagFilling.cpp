@@ -132,6 +132,7 @@ void BagFilling::ReadList(JSONReader& reader, JSONDocument::Index array) {
     }
     std::vector<TString> values;
     std::vector<RunRecord> runs;
+    values.reserve(document.Next(array) - array - 1);
     int position = 0;
     for (auto element = array + 1; element != document.Next(array); element = document.Next(element), ++position) {
         if (document[element].kind == JSONKind::Array) {

@@ -1,6 +1,5 @@
 #include <qvpreslayer/BuildParameterStrings.h>
 
-#include <array>
 #include <limits>
 
 #include <qvcore/CaseConversion.h>
@@ -20,17 +19,14 @@ struct Switches {
     bool camelCaseNames;
 };
 
-// By OutputType.
-constexpr std::array<Switches, 5> kSwitches = {{
-    {true, true, true, false, true},    // Pretty
-    {false, true, true, false, true},   // Compact
-    {false, true, false, true, true},   // Bare
-    {false, true, false, true, false},  // BareRawNames
-    {false, false, true, false, true},  // UnquotedNames
-}};
-
-constexpr const Switches& SwitchesOf(JSONSerializer::OutputType type) {
-    return kSwitches[static_cast<std::size_t>(type)];
+// For any value, also one that the enumeration does not name.
+constexpr Switches SwitchesOf(JSONSerializer::OutputType type) {
+    const bool bare = type == JSONSerializer::Bare || type == JSONSerializer::BareRawNames;
+    return {.pretty = type == JSONSerializer::Pretty,
+            .quoteNames = type != JSONSerializer::UnquotedNames,
+            .outerBraces = !bare,
+            .suppressFirstName = bare,
+            .camelCaseNames = type != JSONSerializer::BareRawNames};
 }
 
 constexpr std::uint32_t kNotRecorded = std::numeric_limits<std::uint32_t>::max();

@@ -22,6 +22,9 @@ template <class T>
 constexpr std::size_t kLongestText =
     std::is_floating_point_v<T> ? qvpreslayer::detail::kLongestReal : qvpreslayer::detail::kLongestInteger;
 
+// What a number hardly ever exceeds.
+constexpr std::size_t kUsualText = 24;
+
 // The V that value holds when it is exactly a holder of V, else null.
 template <class V>
 const V* Exactly(const IParameter& value) {
@@ -69,9 +72,11 @@ void AppendElements(TString& out, const std::vector<T>& values, std::u16string_v
             to = WriteNumber<T>(to, values[i]);
         }
         out.Accept(to);
-        // What the first block took tells what all will take, and saves growing step by step.
+        // What the first block took tells about what all will take, and saves growing step by step; a few long numbers
+        // at the start do not make it ask for more than numbers usually take.
         if (i == kBlock && i < values.size()) {
-            out.reserve(start + (out.size() - start) * (values.size() / kBlock + 1) + kBlock * room);
+            const std::size_t each = std::min((out.size() - start) / kBlock + 1, kUsualText + separator.size());
+            out.Extend((values.size() - i) * each);
         }
     }
 }

@@ -13,7 +13,7 @@ using qvpreslayer::detail::DirectType;
 
 namespace {
 
-// From this many fraction digits on, a real on its way through its 14-digit text may come out as another one.
+// Up to this many fraction digits a real comes out of its 14-digit text as it went in; beyond, it may be another one.
 constexpr std::size_t kExactFractionDigits = 14;
 
 bool IsExactThroughText(std::u16string_view real) {
@@ -43,7 +43,11 @@ bool Read(const JSONDocument& document, JSONDocument::Index node, T& value) {
     if constexpr (std::is_same_v<T, double>) {
         if (kind == JSONKind::Real) {
             const std::u16string_view text = document.Text(node);
-            return IsExactThroughText(text) && ParseDouble(text, value);
+            if (!IsExactThroughText(text) || !ParseDouble(text, value)) {
+                return false;
+            }
+            value = value == 0 ? 0 : value;  // the text of a negative zero has no sign
+            return true;
         }
     }
     return false;
@@ -75,11 +79,13 @@ template <class T>
 RefCntPtr<IParameter> ReadList(const JSONDocument& document, JSONDocument::Index array) {
     const JSONDocument::Index end = document.Next(array);
     std::vector<T> values;
-    values.reserve(end - array - 1);
     for (JSONDocument::Index element = array + 1; element != end; ++element) {
         T value{};
         if (!Read(document, element, value)) {  // containers inside too: their nodes follow here
             return {};
+        }
+        if (values.empty()) {
+            values.reserve(end - array - 1);  // not before an element has turned out to fit
         }
         values.push_back(std::move(value));
     }

@@ -38,19 +38,6 @@ char16_t Unescape(std::u16string_view text, std::size_t& i) {
     }
 }
 
-std::u16string UnescapeAll(std::u16string_view text) {
-    std::u16string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == u'\\') {
-            result.push_back(Unescape(text, ++i));
-        } else {
-            result.push_back(text[i]);
-        }
-    }
-    return result;
-}
-
 }  // namespace
 
 JSONDocument::JSONDocument(std::u16string_view text) : m_text(text) { JSONParser(text, m_nodes).Parse(); }
@@ -61,12 +48,25 @@ std::u16string_view JSONDocument::Text(Index node) const {
     if (!token.escaped) [[likely]] {
         return raw;
     }
-    return m_unescaped.emplace_back(UnescapeAll(raw));
+    return m_unescaped.emplace_back(Unescaped(raw));
 }
 
 TextLocation JSONDocument::Locate(Index node) const {
     const JSONNode& token = m_nodes[node];
     return LocateUnit(m_text, token.kind == JSONKind::String ? token.begin - 1 : token.begin);
+}
+
+std::u16string Unescaped(std::u16string_view text) {
+    std::u16string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == u'\\') {
+            result.push_back(Unescape(text, ++i));
+        } else {
+            result.push_back(text[i]);
+        }
+    }
+    return result;
 }
 
 TextLocation LocateUnit(std::u16string_view text, std::size_t offset) {

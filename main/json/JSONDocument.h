@@ -60,6 +60,9 @@ private:
     mutable std::deque<std::u16string> m_unescaped;  // what Text made; never moves
 };
 
+// The inside of a string token with its escapes resolved.
+std::u16string Unescaped(std::u16string_view raw);
+
 // Line, column and offset of a unit of the text. Lines end at a line feed.
 TextLocation LocateUnit(std::u16string_view text, std::size_t offset);
 

@@ -296,7 +296,7 @@ TString JSONParser::Path() const {
             AppendPath(path, std::size_t{container.element});
         } else {
             const JSONNode& name = m_nodes[container.element];
-            AppendPath(path, m_text.substr(name.begin, name.end - name.begin));
+            AppendPath(path, Unescaped(m_text.substr(name.begin, name.end - name.begin)));
         }
     }
     return path;

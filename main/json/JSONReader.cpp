@@ -35,8 +35,7 @@ JSONReader::JSONReader(const JSONDocument& document, const TString& namespaceNam
       m_registry(ParametersRegistry::Get()),
       m_namespace(namespaceName),
       m_shortNames(shortNames),
-      m_lookupFlag(lookupFlag),
-      m_camelNames(shortNames ? nullptr : m_registry.FindCamelNames(namespaceName)) {}
+      m_lookupFlag(lookupFlag) {}
 
 JSONReader::~JSONReader() = default;
 
@@ -67,7 +66,11 @@ TString JSONReader::RegisteredName(std::u16string_view name) const {
     return m_shortNames ? TString(name) : CamelToDashed(name);
 }
 
-const ParameterInfo* JSONReader::FindDirectly(std::u16string_view name) const {
+const ParameterInfo* JSONReader::FindDirectly(std::u16string_view name) {
+    if (!m_camelNamesSought) {
+        m_camelNamesSought = true;
+        m_camelNames = m_shortNames ? nullptr : m_registry.FindCamelNames(m_namespace);
+    }
     // The option may change from one member to the next, when host code runs in between.
     if (m_camelNames == nullptr || !(m_lookupFlag || PresModelBuilderSupport::UseVerboseNames())) {
         return nullptr;
@@ -92,6 +95,7 @@ TString JSONReader::ScalarText(JSONDocument::Index node) const {
 
 std::vector<TString> JSONReader::ScalarTexts(JSONDocument::Index array) const {
     std::vector<TString> texts;
+    texts.reserve(m_document.Next(array) - array - 1);
     for (auto element = array + 1; element != m_document.Next(array); element = m_document.Next(element)) {
         texts.push_back(ScalarText(element));
     }

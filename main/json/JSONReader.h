@@ -53,7 +53,7 @@ public:
     int FindID(const TString& name) const { return m_registry.GetID(m_namespace, name, m_lookupFlag); }
 
     // What both together lead to, where one look-up tells; null says nothing.
-    const ParameterInfo* FindDirectly(std::u16string_view name) const;
+    const ParameterInfo* FindDirectly(std::u16string_view name);
 
     // The text of a scalar; empty for objects, arrays and null.
     TString ScalarText(JSONDocument::Index node) const;
@@ -78,8 +78,9 @@ private:
     TString m_namespace;
     bool m_shortNames;
     bool m_lookupFlag;
-    const qvpreslayer::detail::ICamelNames* m_camelNames;  // null when they are not what is looked for
-    RefCntPtr<IStructureSerializer> m_recordedSerializer;  // empty until a structure is met
+    bool m_camelNamesSought = false;  // at the first member: no earlier, since seeking fills the namespace
+    const qvpreslayer::detail::ICamelNames* m_camelNames = nullptr;  // null too when they are not what is looked for
+    RefCntPtr<IStructureSerializer> m_recordedSerializer;            // empty until a structure is met
     RefCntPtr<IParameters> m_recordedBag;
     std::vector<std::unique_ptr<JSONFilling>> m_fillings;  // outermost first
 };

@@ -20,8 +20,8 @@
 //   LETTER:null          null                  u:%null%                   unknown, written u:null
 //
 // A null string keeps its collation: s:root:%null%. A spatial value has no letter and cannot be written. What does not
-// come back: a tuple without values, tuples of two or more values inside tuples, strings with "]," inside tuples, the
-// null tuple, and the string "%null%", which reads as null.
+// come back: a tuple without values, tuples of two or more values inside tuples, strings with "]," inside tuples and
+// with "," inside tuples in tuples, the null tuple, and the string "%null%", which reads as null.
 //
 // Writing throws std::out_of_range "invalid map<K, T> key" for a spatial value. Reading throws it for an unknown
 // letter, LogicException for a text that is not properly delimited, QuorvelException for content that is not of the

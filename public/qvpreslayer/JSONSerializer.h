@@ -59,9 +59,10 @@ public:
     //
     // Throws JSONParseException when the text is not JSON or a member's value does not fit its parameter's kind;
     // std::runtime_error when the root, or an element of a structure list or map, is of a kind that it cannot be;
-    // ParameterNotFoundException for an unknown name; ParameterParseException(id) for a scalar that does not fit;
-    // for lists and maps what their serializers throw (ParameterParseException(0), LogicException,
-    // std::out_of_range); LogicException "gm_RegistryInstance != nullptr" without a registry. All derive from
+    // ParameterNotFoundException for an unknown name, ParameterNamespaceNotFoundException for an unknown namespace;
+    // ParameterParseException(id) for a scalar that does not fit; for lists and maps what their serializers throw
+    // (ParameterParseException(0), QuorvelException, LogicException, std::out_of_range); LogicException
+    // "gm_RegistryInstance != nullptr" without a registry, "m_ptr" where a structure has no serializer. All derive from
     // std::exception; those that derive from TextLocated say where. No bag is answered then.
     RefCntPtr<IParameters> ToParameters(const TString& json) const;
     RefCntPtr<IParameters> ToParameters(const TString& json, bool shortNames, bool lookupFlag) const;

@@ -2,9 +2,11 @@
 // both must give the same texts, the same values and the same failures.
 #include <qvpreslayer/qvpreslayer.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <typeinfo>
 
@@ -292,6 +294,114 @@ TEST_F(DirectPaths, RealsOfFewDigitsComeOutAsThroughTheirText) {
             ParameterTypeSerializer<double>::TypeFromString(ParameterTypeSerializer<double>::TypeToString(parsed));
         ASSERT_EQ(throughText, read) << token;
     }
+}
+
+TEST_F(DirectPaths, ListsOfAnyLengthAreWrittenWholly) {
+    for (const int length : {0, 1, 7, 8, 9, 127, 128, 129, 257, 1000}) {
+        std::vector<int> integers;
+        std::vector<double> reals;
+        TString expected = u"{\"intList\":[";
+        for (int i = 0; i < length; ++i) {
+            integers.push_back(i);
+            reals.push_back(i);
+            expected += (i == 0 ? TString() : TString(u",")) + TString::number(i);
+        }
+        const TString reversed = expected + u"]}";
+        const auto bag = MakeBag({{kLists, Val(integers)}});
+        EXPECT_EQ(reversed, JSONSerializer(L"short").ToString(bag, JSONSerializer::Compact)) << length;
+        const auto realBag = MakeBag({{kLists + 5, Val(reals)}});
+        const TString text = JSONSerializer(L"short").ToString(realBag, JSONSerializer::Compact);
+        EXPECT_EQ(TString(reversed).replace(u"intList", u"doubleList"), text) << length;
+    }
+}
+
+TEST_F(DirectPaths, AFewLongNumbersDoNotAskForRoomForAll) {
+    std::vector<double> values(100000, 0.0);
+    std::fill_n(values.begin(), 8, 1e308);
+    const auto bag = MakeBag({{kLists + 5, Val(values)}});
+    const TString text = JSONSerializer(L"short").ToString(bag, JSONSerializer::Compact);
+    EXPECT_LT(text.size(), 210000U);
+    EXPECT_LT(text.capacity(), 3000000U);
+}
+
+TEST_F(DirectPaths, NegativeZeroLosesItsSignAsItsTextDoes) {
+    for (const wchar_t* token : {L"-0.0", L"-0.00", L"-0", L"-0.0e0"}) {
+        const TString text = u"{\"aDouble\":" + TString(token) + u",\"doubleList\":[" + token + u"]}";
+        const auto bag = JSONSerializer(L"short").ToParameters(text);
+        EXPECT_FALSE(std::signbit(GetParameterValue<double>(*bag, kScalars + 5))) << text.ToUtf8();
+        EXPECT_FALSE(std::signbit(GetParameterValue<std::vector<double>>(*bag, kLists + 5)[0])) << text.ToUtf8();
+    }
+}
+
+TEST_F(DirectPaths, AFormWithoutANameIsCompact) {
+    const auto bag = MakeBag({{kScalars, Val(1)}});
+    for (const int form : {5, 6, 7}) {
+        EXPECT_EQ(L"{\"anInt\": 1}",
+                  JSONSerializer(L"short").ToString(bag, static_cast<JSONSerializer::OutputType>(form)));
+    }
+}
+
+// A bag that refuses what it is given.
+class RefusingBag final : public BaseParameters {
+public:
+    void SetParameter(int, RefCntPtr<IParameter>) override { throw std::runtime_error("refused"); }
+
+protected:
+    RefCntPtr<BaseParameters> DoEmptyClone() override { return RefCntPtr<BaseParameters>(new RefusingBag); }
+};
+
+class RefusingRegistry final : public TestRegistry {
+public:
+    RefCntPtr<IParameters> CreateParameters() override { return RefCntPtr<IParameters>(new RefusingBag); }
+};
+
+TEST_F(DirectPaths, AFailureWhileStoringAScalarIsAParseFailure) {
+    RefusingRegistry registry;
+    registry.Add(L"short", 100, 199, AddAll<Plain>);
+    try {
+        JSONSerializer(L"short").ToParameters(L"{\"anInt\":1}");
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const ParameterParseException& e) {
+        EXPECT_EQ(kScalars, e.GetID());
+    }
+}
+
+TEST_F(DirectPaths, ATextWithoutMembersLeavesTheNamespaceUnfilled) {
+    int fills = 0;
+    m_registry.Add(L"lazy", 200, 299, [&fills](AbstractParamAdder&) { ++fills; });
+    JSONSerializer(L"lazy").ToParameters(L"{}");
+    EXPECT_THROW(JSONSerializer(L"lazy").ToParameters(L"[]"), std::runtime_error);
+    EXPECT_EQ(0, fills);
+}
+
+TEST_F(DirectPaths, NamesLeadWhereTheRegistryLeads) {
+    m_registry.Add(L"names", 300, 309, [](AbstractParamAdder& adder) {
+        adder.AddSimple(301, L"old-name", new ParameterTypeSerializer<int>);
+        adder.AddSimple(301, L"new-name", new ParameterTypeSerializer<int>);  // the old name still leads here
+        adder.AddSimple(302, L"twice", new ParameterTypeSerializer<int>);
+        adder.AddSimple(303, L"twice", new ParameterTypeSerializer<int>);  // the later one has the name
+        adder.AddSimple(304, L"aB", new ParameterTypeSerializer<int>);     // not found from its camel-case form
+    });
+    m_registry.Add(L"names-zero", -5, 5,
+                   [](AbstractParamAdder& adder) { adder.AddSimple(0, L"twice", new TStringSerializer); });
+    m_registry.Add(L"a-cover", 302, 303, [](AbstractParamAdder&) {});
+    m_registry.SetFallback(L"names-zero", L"names");
+    const auto idOf = [](const wchar_t* space, const wchar_t* text) {
+        const auto bag = JSONSerializer(space).ToParameters(text);
+        for (int id = 300; id < 310; ++id) {
+            if (bag->HasParameter(id)) {
+                return id;
+            }
+        }
+        return 0;
+    };
+    EXPECT_EQ(301, idOf(L"names", L"{\"oldName\":1}"));
+    EXPECT_EQ(301, idOf(L"names", L"{\"newName\":1}"));
+    EXPECT_THROW(idOf(L"names", L"{\"twice\":1}"), ParameterNotFoundException);  // covered by a namespace before it
+    EXPECT_THROW(idOf(L"names", L"{\"aB\":1}"), ParameterNotFoundException);     // sought as "a-b"
+    m_registry.Clear(L"a-cover");
+    EXPECT_EQ(303, idOf(L"names", L"{\"twice\":1}"));
+    EXPECT_EQ(303, idOf(L"names-zero", L"{\"twice\":1}"));  // identifier 0 is not found by name
 }
 
 }  // namespace

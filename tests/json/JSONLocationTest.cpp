@@ -44,6 +44,12 @@ std::size_t OffsetOf(const JSONSerializer& json, std::string_view text) {
     return e ? e->GetLocation().offset : std::string::npos;
 }
 
+TEST_F(JSONLocation, EscapedNamesStandInThePathAsTheyRead) {
+    const auto e = Caught<JSONParseException>([&] { Read("{\"a\\u0062\":x}"); });
+    ASSERT_TRUE(e);
+    EXPECT_EQ(TString(L"/ab"), e->GetLocation().path);
+}
+
 }  // namespace
 
 TEST_F(JSONLocation, FirstUnitThatDoesNotBelong) {

@@ -84,7 +84,9 @@ void TextBuffer::assign(std::u16string_view text) {
         *this = std::move(copy);
         return;
     }
-    std::memmove(data(), text.data(), text.size() * sizeof(char16_t));
+    if (!text.empty()) {  // the data of an empty one may be null
+        std::memmove(data(), text.data(), text.size() * sizeof(char16_t));
+    }
     SetSize(text.size());
 }
 

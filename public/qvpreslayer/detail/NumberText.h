@@ -84,7 +84,7 @@ inline char16_t* WriteInteger(char16_t* to, Int64 value) {
 //
 //   "null"                            a NaN
 //   ["-"] "1" and 37 times "0"        an infinity: a plain number, so that every reader takes it
-//   ["-"] digits ["." digits]         anything else: all integer digits, then up to fractionDigits digits of the
+//   ["-"] digits ["." digits]         anything else: all integer digits, then up to so many digits of the
 //                                     fraction, rounded half up, without zeros at the end
 //
 // The rounding is that of IEEE 754 double arithmetic, step by step: the fraction is scaled by a power of ten, one half

@@ -81,6 +81,9 @@ public:
     }
     // The text may be a part of this one.
     void append(std::u16string_view text) {
+        if (text.empty()) {
+            return;  // its data may be null
+        }
         if (text.size() > capacity() - size()) [[unlikely]] {
             AppendGrowing(text);
             return;
