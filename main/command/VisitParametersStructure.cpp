@@ -1,34 +1,17 @@
 #include <qvpreslayer/VisitParametersStructure.h>
 
-#include <qvsys/QuorvelException.h>
-
 #include <qvpreslayer/ParameterAccess.h>
 #include <qvpreslayer/ParametersRegistry.h>
-#include <qvpreslayer/PresLayerLimits.h>
 #include <qvpreslayer/PresModelBuilderSupport.h>
 #include <qvpreslayer/RegistryExceptions.h>
 #include <qvpreslayer/SerializeStructure.h>
+#include <qvpreslayer/detail/BagLevel.h>
 
+using qvpreslayer::detail::BagLevel;
 using qvpreslayer::detail::DirectType;
 using qvpreslayer::detail::IDirectVisitor;
 
 namespace {
-
-thread_local int s_bagDepth = 0;
-
-// One level of nested bags on this thread; also counts the bags that structure serializers walk on their own.
-class BagLevel {
-public:
-    BagLevel() {
-        if (s_bagDepth >= PresLayerLimits::GetBagDepth()) {
-            throw QuorvelException(u"Parameter bags are nested too deeply");
-        }
-        ++s_bagDepth;
-    }
-    BagLevel(const BagLevel&) = delete;
-    BagLevel& operator=(const BagLevel&) = delete;
-    ~BagLevel() { --s_bagDepth; }
-};
 
 // What the registry knows of id; ParameterNotFoundException when it is not registered.
 const ParameterInfo& Known(const ParametersRegistry& registry, int id) {
@@ -100,7 +83,8 @@ void VisitStructuredParameters::VisitParameter(int id, const RefCntPtr<IParamete
 }
 
 bool VisitStructuredParameters::VisitDirectly(const ParameterInfo& info, const RefCntPtr<IParameter>& value) {
-    if (m_directVisitor == nullptr || info.directType == DirectType::None || info.kind == PTC_Map ||
+    if (m_directVisitor == nullptr || info.direct.type == DirectType::None || info.direct.type == DirectType::Text ||
+        info.direct.type == DirectType::Bags || info.kind == PTC_Map ||
         (info.kind == PTC_List && m_compressArrays)) {
         return false;
     }

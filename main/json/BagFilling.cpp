@@ -10,7 +10,7 @@
 #include <qvpreslayer/RegistryExceptions.h>
 #include <qvpreslayer/ValParameter.h>
 
-#include "main/json/DirectReading.h"
+#include "main/json/direct/DirectReading.h"
 #include "main/json/StructureFillings.h"
 
 BagFilling::BagFilling(const JSONReader& reader, RefCntPtr<IParameters> bag, JSONDocument::Index object)

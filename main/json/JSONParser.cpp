@@ -8,7 +8,7 @@
 
 #include <qvpreslayer/PresLayerLimits.h>
 
-#include "main/json/PlainUnits.h"
+#include "main/json/JSONStrings.h"
 
 namespace {
 
@@ -152,41 +152,13 @@ JSONParser::State JSONParser::AfterValue() const { return m_open.empty() ? State
 
 void JSONParser::TakeString() {
     const std::size_t begin = ++m_at;
-    bool escaped = false;
-    while (true) {
-        const char16_t* const stop = SkipPlainUnits(m_text.data() + m_at, m_text.data() + m_text.size());
-        m_at = static_cast<std::size_t>(stop - m_text.data());
-        if (IsAt(u'"')) {
-            break;
-        }
-        // Raw control characters are refused, all but U+0000, which the writer leaves raw.
-        if (AtEnd() || (*stop < 0x20 && *stop != 0)) {
-            Fail();
-        }
-        if (*stop == u'\\') {
-            escaped = true;
-            TakeEscape();
-        } else {
-            ++m_at;
-        }
-    }
-    AddScalar(JSONKind::String, begin, m_at, escaped);
-    ++m_at;
-}
-
-void JSONParser::TakeEscape() {
-    ++m_at;
-    if (AtEnd() || std::u16string_view(u"\"\\/bfnrtu").find(m_text[m_at]) == std::u16string_view::npos) {
+    const StringInside inside = SkipString(m_text.data() + m_at, m_text.data() + m_text.size());
+    m_at = static_cast<std::size_t>(inside.end - m_text.data());
+    if (!inside.closed) {
         Fail();
     }
-    if (m_text[m_at++] != u'u') {
-        return;
-    }
-    for (int digit = 0; digit < 4; ++digit, ++m_at) {
-        if (AtEnd() || std::u16string_view(u"0123456789abcdefABCDEF").find(m_text[m_at]) == std::u16string_view::npos) {
-            Fail();
-        }
-    }
+    AddScalar(JSONKind::String, begin, m_at, inside.escaped);
+    ++m_at;
 }
 
 void JSONParser::TakeNumber() {

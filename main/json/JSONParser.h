@@ -35,7 +35,6 @@ private:
     State Close();
     State AfterValue() const;
     void TakeString();
-    void TakeEscape();
     void TakeNumber();
     void TakeDigits();
     void TakeWord(std::u16string_view word, JSONKind kind);

@@ -69,7 +69,7 @@ TString JSONReader::RegisteredName(std::u16string_view name) const {
 const ParameterInfo* JSONReader::FindDirectly(std::u16string_view name) {
     if (!m_camelNamesSought) {
         m_camelNamesSought = true;
-        m_camelNames = m_shortNames ? nullptr : m_registry.FindCamelNames(m_namespace);
+        m_camelNames = m_shortNames ? nullptr : m_registry.FindNames(m_namespace, true);
     }
     // The option may change from one member to the next, when host code runs in between.
     if (m_camelNames == nullptr || !(m_lookupFlag || PresModelBuilderSupport::UseVerboseNames())) {

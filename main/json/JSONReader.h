@@ -79,7 +79,7 @@ private:
     bool m_shortNames;
     bool m_lookupFlag;
     bool m_camelNamesSought = false;  // at the first member: no earlier, since seeking fills the namespace
-    const qvpreslayer::detail::ICamelNames* m_camelNames = nullptr;  // null too when they are not what is looked for
+    const qvpreslayer::detail::INameIndex* m_camelNames = nullptr;  // null too when they are not what is looked for
     RefCntPtr<IStructureSerializer> m_recordedSerializer;            // empty until a structure is met
     RefCntPtr<IParameters> m_recordedBag;
     std::vector<std::unique_ptr<JSONFilling>> m_fillings;  // outermost first

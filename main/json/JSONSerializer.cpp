@@ -1,5 +1,9 @@
 #include <qvpreslayer/JSONSerializer.h>
 
+#include <utility>
+
+#include <cxxabi.h>
+
 #include <qvpreslayer/BuildParameterStrings.h>
 #include <qvpreslayer/ParametersRegistry.h>
 #include <qvpreslayer/PresModelBuilderSupport.h>
@@ -8,11 +12,102 @@
 
 #include "main/json/JSONDocument.h"
 #include "main/json/JSONReader.h"
+#include "main/json/direct/DirectReader.h"
+#include "main/json/direct/DirectWriter.h"
 
 namespace {
 
-// Room for most texts at the first go.
-constexpr std::size_t kReservedUnits = 4096;
+// The calling thread's reader, while nobody else on this thread uses it: bags are made by the host, who may read texts.
+class ReaderLease {
+public:
+    ReaderLease() : m_taken(!std::exchange(s_inUse, true)) {}
+    ReaderLease(const ReaderLease&) = delete;
+    ReaderLease& operator=(const ReaderLease&) = delete;
+    ~ReaderLease() {
+        if (m_taken) {
+            s_reader.Forget();
+            s_inUse = false;
+        }
+    }
+
+    DirectReader* Get() const { return m_taken ? &s_reader : nullptr; }
+
+private:
+    static thread_local constinit bool s_inUse;
+    static thread_local DirectReader s_reader;
+
+    bool m_taken;
+};
+
+thread_local constinit bool ReaderLease::s_inUse = false;
+thread_local DirectReader ReaderLease::s_reader;
+
+// What the short way makes of a text; empty where it takes the long one, which also tells what is wrong.
+RefCntPtr<IParameters> ReadDirectly(const TString& json, const TString& namespaceName, NameForm form) {
+    ParametersRegistry* const registry = ParametersRegistry::GetInstance();
+    const ReaderLease lease;
+    if (registry == nullptr || lease.Get() == nullptr) {
+        return {};
+    }
+    try {
+        return lease.Get()->Read(json, *registry, namespaceName, form);
+    } catch (const abi::__forced_unwind&) {
+        throw;  // the thread is being cancelled
+    } catch (...) {
+        return {};
+    }
+}
+
+RefCntPtr<IParameters> ReadAtLength(const TString& json, const TString& namespaceName, bool shortNames,
+                                    bool lookupFlag) {
+    const JSONDocument document(json);
+    return JSONReader(document, namespaceName, shortNames, lookupFlag).Read();
+}
+
+// The text that is being written. Most are short, and of unknown length before: they are written in memory that the
+// thread keeps, and copied once into memory of their size.
+class OutputText {
+public:
+    OutputText() : m_kept(!std::exchange(s_inUse, true)) { Text().reserve(kReservedUnits); }
+    OutputText(const OutputText&) = delete;
+    OutputText& operator=(const OutputText&) = delete;
+    ~OutputText() {
+        if (m_kept) {
+            if (s_kept.capacity() > kKeptUnits) {
+                s_kept = TString();
+            }
+            s_kept.clear();
+            s_inUse = false;
+        }
+    }
+
+    TString& Text() { return m_kept ? s_kept : m_own; }
+
+    TString Take() {
+        if (Text().size() <= kCopiedUnits) {
+            return Text().view();
+        }
+        TString text = std::move(Text());
+        if (text.capacity() > 4 * text.size()) {
+            text.shrink_to_fit();
+        }
+        return text;
+    }
+
+private:
+    static constexpr std::size_t kReservedUnits = 4096;
+    static constexpr std::size_t kCopiedUnits = 32768;
+    static constexpr std::size_t kKeptUnits = 131072;
+
+    static thread_local constinit bool s_inUse;
+    static thread_local TString s_kept;
+
+    bool m_kept;
+    TString m_own;  // where serializers that are called write texts themselves
+};
+
+thread_local constinit bool OutputText::s_inUse = false;
+thread_local TString OutputText::s_kept;
 
 }  // namespace
 
@@ -32,20 +127,24 @@ void JSONSerializer::EnableCapture(bool enable, bool nested) {
 void JSONSerializer::ForceDisableCapture(bool disable) { s_forceDisableCapture = disable; }
 
 TString JSONSerializer::ToString(RefCntPtr<const IParameters> bag, OutputType type) const {
-    TString out;
-    out.reserve(kReservedUnits);
-    BuildParameterStrings visitor(out, type, m_captureEnabled, m_nestedCapture,
-                                  !PresModelBuilderSupport::UseVerboseNames());
-    VisitParametersStructure(m_namespace, std::move(bag), visitor);
+    OutputText output;
+    TString& out = output.Text();
+    const bool verboseNames = PresModelBuilderSupport::UseVerboseNames();
+    BuildParameterStrings visitor(out, type, m_captureEnabled, m_nestedCapture, !verboseNames);
+    if (type == Compact) {
+        DirectWriter(out, visitor, ParametersRegistry::Get(), verboseNames, PresModelBuilderSupport::CompressArrays())
+            .Write(bag);
+    } else {
+        VisitParametersStructure(m_namespace, std::move(bag), visitor);
+    }
     visitor.Finish();
-    return out;
+    return output.Take();
 }
 
 TString JSONSerializer::PresModelToString(RefCntPtr<const PresentationModel> model, OutputType type) const {
-    TString out;
-    out.reserve(kReservedUnits);
-    PresModelToString(std::move(model), PresModelBuilderSupport::UseVerboseNames(), type, out);
-    return out;
+    OutputText output;
+    PresModelToString(std::move(model), PresModelBuilderSupport::UseVerboseNames(), type, output.Text());
+    return output.Take();
 }
 
 void JSONSerializer::PresModelToString(RefCntPtr<const PresentationModel> model, bool verboseNames, OutputType type,
@@ -62,10 +161,20 @@ void JSONSerializer::PresModelToString(RefCntPtr<const PresentationModel> model,
 }
 
 RefCntPtr<IParameters> JSONSerializer::ToParameters(const TString& json) const {
-    return ToParameters(json, !PresModelBuilderSupport::UseVerboseNames(), false);
+    const bool shortNames = !PresModelBuilderSupport::UseVerboseNames();
+    if (RefCntPtr<IParameters> bag = ReadDirectly(json, m_namespace, shortNames ? NameForm::Short : NameForm::Camel)) {
+        return bag;
+    }
+    return ReadAtLength(json, m_namespace, shortNames, false);
 }
 
 RefCntPtr<IParameters> JSONSerializer::ToParameters(const TString& json, bool shortNames, bool lookupFlag) const {
-    const JSONDocument document(json);
-    return JSONReader(document, m_namespace, shortNames, lookupFlag).Read();
+    // Names that are spelled in one form and sought in the other go the long way.
+    if (shortNames != (lookupFlag || PresModelBuilderSupport::UseVerboseNames())) {
+        const NameForm form = shortNames ? NameForm::Short : NameForm::Camel;
+        if (RefCntPtr<IParameters> bag = ReadDirectly(json, m_namespace, form)) {
+            return bag;
+        }
+    }
+    return ReadAtLength(json, m_namespace, shortNames, lookupFlag);
 }

@@ -1,5 +1,7 @@
 #include <qvpreslayer/BagStructureSerializer.h>
 
+#include <typeinfo>
+
 #include <qvpreslayer/ParameterAccess.h>
 #include <qvpreslayer/ParametersRegistry.h>
 #include <qvpreslayer/SerializeStructure.h>
@@ -92,4 +94,12 @@ RefCntPtr<IParameter> BagStructureSerializer::MakeMap(const std::map<TString, Re
         bags.emplace_hint(bags.end(), key, BagOf(entry));
     }
     return MakeRefCnt<ValParameter<BagMap>>(std::move(bags));
+}
+
+qvpreslayer::detail::DirectInfo BagStructureSerializer::GetDirectInfo() const noexcept {
+    qvpreslayer::detail::DirectInfo info;
+    if (typeid(*this) == typeid(BagStructureSerializer) && m_form == Record) {
+        info.type = qvpreslayer::detail::DirectType::Bags;
+    }
+    return info;
 }

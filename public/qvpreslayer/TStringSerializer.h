@@ -3,10 +3,11 @@
 
 #include <qvpreslayer/Export.h>
 #include <qvpreslayer/IParameterSerializer.h>
+#include <qvpreslayer/detail/DirectText.h>
 
 // Converts ValParameter<TString> and its list and map: a text is its own text, unchanged. Failures of the values are
 // those of ParameterTypeSerializer; run records are ignored.
-class QVPRESLAYER_API TStringSerializer : public IParameterSerializer {
+class QVPRESLAYER_API TStringSerializer : public IParameterSerializer, public qvpreslayer::detail::IDirectSerializer {
 public:
     TStringSerializer();
     TStringSerializer(const TStringSerializer&);
@@ -21,4 +22,7 @@ public:
     void SerializeList(RefCntPtr<const IParameter> value, SerializeStructure& stream, int id) const override;
     std::map<TString, TString> ToStringMap(RefCntPtr<const IParameter> value) override;
     RefCntPtr<IParameter> FromStringMap(const std::map<TString, TString>& texts) const override;
+
+    // For the library's own use.
+    qvpreslayer::detail::DirectInfo GetDirectInfo() const noexcept override;
 };

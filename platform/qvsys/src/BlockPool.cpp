@@ -21,19 +21,16 @@ namespace {
 
 constexpr std::size_t kGranule = 32;
 constexpr std::size_t kClasses = kLargestKeptBlock / kGranule;
-constexpr std::size_t kKeptBytesOfAClass = 256 * 1024;
+constexpr std::size_t kKeptBytes = 8 * 1024 * 1024;  // of one thread
 
 struct FreeBlock {
     FreeBlock* next;
 };
 
-struct FreeList {
-    FreeBlock* first;
-    std::size_t bytes;
-};
 
 // Plain data, so that reaching it needs no check whether it has been made; the cleaner beside it frees the blocks.
-thread_local constinit std::array<FreeList, kClasses> t_lists{};
+thread_local constinit std::array<FreeBlock*, kClasses> t_lists{};
+thread_local constinit std::size_t t_keptBytes = 0;
 thread_local constinit bool t_ended = false;
 
 struct Cleaner {
@@ -60,13 +57,12 @@ void* AllocateBlock(std::size_t bytes) {
         return ::operator new(bytes);
     }
     const std::size_t sizeClass = ClassOf(bytes);
-    FreeList& list = t_lists[sizeClass];
-    if (list.first == nullptr) [[unlikely]] {
+    FreeBlock* const block = t_lists[sizeClass];
+    if (block == nullptr) [[unlikely]] {
         return ::operator new(SizeOf(sizeClass));
     }
-    FreeBlock* block = list.first;
-    list.first = block->next;
-    list.bytes -= SizeOf(sizeClass);
+    t_lists[sizeClass] = block->next;
+    t_keptBytes -= SizeOf(sizeClass);
     return block;
 }
 
@@ -84,33 +80,28 @@ void ReleaseBlock(void* block, std::size_t bytes) noexcept {
         return;
     }
     const std::size_t sizeClass = ClassOf(bytes);
-    FreeList& list = t_lists[sizeClass];
-    if (list.bytes == 0) [[unlikely]] {
-        if (t_ended) {
+    if (t_keptBytes - 1 >= kKeptBytes) [[unlikely]] {  // too many, or none
+        if (t_ended || t_keptBytes != 0) {
             ::operator delete(block);
             return;
         }
         t_cleaner.Touch();  // the first block kept: makes sure that the thread's end frees them
     }
-    if (list.bytes >= kKeptBytesOfAClass) {
-        ::operator delete(block);
-        return;
-    }
-    auto* kept = static_cast<FreeBlock*>(block);
-    kept->next = list.first;
-    list.first = kept;
-    list.bytes += SizeOf(sizeClass);
+    auto* const kept = static_cast<FreeBlock*>(block);
+    kept->next = t_lists[sizeClass];
+    t_lists[sizeClass] = kept;
+    t_keptBytes += SizeOf(sizeClass);
 }
 
 void ReleaseKeptBlocks() noexcept {
-    for (FreeList& list : t_lists) {
-        while (list.first != nullptr) {
-            FreeBlock* block = list.first;
-            list.first = block->next;
+    for (FreeBlock*& list : t_lists) {
+        while (list != nullptr) {
+            FreeBlock* const block = list;
+            list = block->next;
             ::operator delete(block);
         }
-        list.bytes = 0;
     }
+    t_keptBytes = 0;
 }
 
 }  // namespace qvsys::detail

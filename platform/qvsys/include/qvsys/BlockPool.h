@@ -15,7 +15,7 @@
 namespace qvsys::detail {
 
 // Blocks up to this size are kept; larger ones go straight to the allocator.
-inline constexpr std::size_t kLargestKeptBlock = 256;
+inline constexpr std::size_t kLargestKeptBlock = 512;
 
 // At least bytes, aligned as operator new aligns. std::bad_alloc without memory.
 [[nodiscard]] QVSYS_API void* AllocateBlock(std::size_t bytes);

@@ -1,4 +1,4 @@
-#include "main/json/DirectReading.h"
+#include "main/json/direct/DirectReading.h"
 
 #include <limits>
 #include <type_traits>
@@ -12,9 +12,6 @@
 using qvpreslayer::detail::DirectType;
 
 namespace {
-
-// Up to this many fraction digits a real comes out of its 14-digit text as it went in; beyond, it may be another one.
-constexpr std::size_t kExactFractionDigits = 14;
 
 bool IsExactThroughText(std::u16string_view real) {
     const std::size_t point = real.find(u'.');
@@ -96,7 +93,7 @@ RefCntPtr<IParameter> ReadList(const JSONDocument& document, JSONDocument::Index
 // they are rounded twice on their way through the text of a 64-bit one.
 template <class Reader>
 RefCntPtr<IParameter> WithType(const ParameterInfo& info, const Reader& read) {
-    switch (info.directType) {
+    switch (info.direct.type) {
         case DirectType::Int:
             return read(std::type_identity<int>());
         case DirectType::UInt:

@@ -1,11 +1,15 @@
-// Finding runs in numeric lists, in one pass without looking ahead. Included by RunWriter.h and DataValueRuns.cpp.
+// Finding runs in numeric lists, in one pass without looking ahead. Not for callers.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
+#include <vector>
+
+namespace qvpreslayer::detail {
 
 // A run: length values from first on, each one step further up, or down.
 template <class T>
@@ -45,6 +49,16 @@ public:
         m_run = {value, 1, 0, false};
     }
 
+    // Takes as many elements from at on as belong to the open run; answers the first that does not.
+    const T* Continue(const T* at, const T* end) noexcept {
+        const T* const begin = at;
+        while (at != end && *at == m_run.first) {
+            ++at;
+        }
+        m_run.length += m_run.length == 0 ? 0 : static_cast<std::size_t>(at - begin);
+        return m_run.length == 0 ? begin : at;
+    }
+
     // Ends the open run, if there is one.
     template <class Emit>
     void End(Emit&& emit) {
@@ -75,6 +89,26 @@ public:
         } else {
             AddStep(value, emit);
         }
+    }
+
+    // Takes as many elements from at on as go on with the open run, as far as one comparison each can tell; answers the
+    // first that does not.
+    const T* Continue(const T* at, const T* end) noexcept {
+        // A small step is usable between any two neighbours, as long as values do not wrap.
+        if (m_run.length < kLongEnough || m_run.step >= kHalfBound) {
+            return at;
+        }
+        const auto step = static_cast<Magnitude>(m_run.descending ? 0 - m_run.step : m_run.step);
+        const std::size_t count = std::min(static_cast<std::size_t>(end - at), StepsToTheLimit());
+        const T* const begin = at;
+        auto expected = static_cast<Magnitude>(static_cast<Magnitude>(m_last) + step);
+        while (at != begin + count && static_cast<Magnitude>(*at) == expected) {
+            ++at;
+            expected = static_cast<Magnitude>(expected + step);
+        }
+        m_run.length += static_cast<std::size_t>(at - begin);
+        m_last = at == begin ? m_last : at[-1];
+        return at;
     }
 
     template <class Emit>
@@ -111,6 +145,15 @@ private:
                                                    : static_cast<Magnitude>(left) - static_cast<Magnitude>(right));
     }
 
+    // How often the step can be taken from the newest element on without leaving the type.
+    std::size_t StepsToTheLimit() const noexcept {
+        if (m_run.step == 0) {
+            return std::numeric_limits<std::size_t>::max();
+        }
+        const T limit = m_run.descending ? std::numeric_limits<T>::min() : std::numeric_limits<T>::max();
+        return static_cast<std::size_t>(Distance(m_last, limit) / m_run.step);
+    }
+
     void Open(T value) {
         m_run = {value, 1, 0, false};
         m_last = value;
@@ -141,3 +184,20 @@ private:
     Run<T> m_run;
     T m_last{};  // the newest element of the run
 };
+
+// Runs of the type that a list of T is packed by: reals only where they are equal.
+template <class T>
+using RunsOf = std::conditional_t<std::is_floating_point_v<T>, EqualRuns<T>, StepRuns<T>>;
+
+// Calls emit(run) for each run of a list, one after the other.
+template <class T, class Emit>
+void ForEachRun(const std::vector<T>& values, Emit&& emit) {
+    RunsOf<T> runs;
+    const T* const end = values.data() + values.size();
+    for (const T* at = values.data(); at != end; at = runs.Continue(at + 1, end)) {
+        runs.Add(*at, emit);
+    }
+    runs.End(emit);
+}
+
+}  // namespace qvpreslayer::detail

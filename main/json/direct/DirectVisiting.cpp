@@ -5,16 +5,17 @@
 #include <algorithm>
 #include <string_view>
 #include <type_traits>
-#include <typeinfo>
 #include <vector>
 
 #include <qvpreslayer/ParametersRegistry.h>
 #include <qvpreslayer/ValParameter.h>
+#include <qvpreslayer/detail/DirectTypes.h>
 #include <qvpreslayer/detail/NumberText.h>
 
 #include "main/json/JSONEscaping.h"
 
 using qvpreslayer::detail::DirectType;
+using qvpreslayer::detail::Exactly;
 
 namespace {
 
@@ -24,12 +25,6 @@ constexpr std::size_t kLongestText =
 
 // What a number hardly ever exceeds.
 constexpr std::size_t kUsualText = 24;
-
-// The V that value holds when it is exactly a holder of V, else null.
-template <class V>
-const V* Exactly(const IParameter& value) {
-    return typeid(value) == typeid(ValParameter<V>) ? &static_cast<const ValParameter<V>&>(value).GetValue() : nullptr;
-}
 
 char16_t* Copy(char16_t* to, std::u16string_view text) { return std::copy(text.begin(), text.end(), to); }
 
@@ -97,7 +92,7 @@ bool BuildParameterStrings::WriteDirectly(const ParameterInfo& info, bool useVer
         return info.kind == PTC_List ? WriteDirectList<T>(info, useVerboseNames, value)
                                      : WriteDirectScalar<T>(info, useVerboseNames, value);
     };
-    switch (info.directType) {
+    switch (info.direct.type) {
         case DirectType::Int:
             return write(std::type_identity<int>());
         case DirectType::UInt:
@@ -160,7 +155,7 @@ bool BuildParameterStrings::WriteDirectList(const ParameterInfo& info, bool useV
 // As WriteName; the camel-case form of a registered verbose name has been made once and needs no escaping.
 void BuildParameterStrings::WriteKnownName(const ParameterInfo& info, bool useVerboseNames, const char16_t* colon) {
     const TString& name = useVerboseNames ? info.verboseName : info.shortName;
-    if (!useVerboseNames || m_suppressNextName || m_frames.back().inList || !m_camelCaseNames || m_shortNames) {
+    if (!useVerboseNames || m_suppressNextName || m_frame.inList || !m_camelCaseNames || m_shortNames) {
         if (WriteName(name, false)) {
             m_out.append(colon);
         }
