@@ -21,6 +21,9 @@ function(qv_library)
         ${ARG_OUTPUT}
         PUBLIC $<BUILD_INTERFACE:${ARG_INCLUDE}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     target_link_libraries(${ARG_OUTPUT} PUBLIC ${ARG_LINK_PUBLIC} PRIVATE ${ARG_LINK_PRIVATE})
+    if(NOT PROJECT_IS_TOP_LEVEL)  # a host's own warnings are not for these headers
+        set_target_properties(${ARG_OUTPUT} PROPERTIES SYSTEM ON)
+    endif()
     if(NOT QVPRESLAYER_SANITIZER)  # their run-time libraries come with the program
         target_link_options(${ARG_OUTPUT} PRIVATE -Wl,-z,defs)
     endif()

@@ -35,6 +35,12 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
     kCountPackages=(valgrind:valgrind)
     kFormatPackages=(clang-format-14:clang-format-14)
     kClangPackages=(clang:clang++)
+    kPackagePackages=(
+        dpkg-dev:dpkg-shlibdeps
+        file:file
+        lintian:lintian
+        pkg-config:pkg-config
+    )
     kTidyPackages=(clang-tidy-14:clang-tidy-14)
 }
 
