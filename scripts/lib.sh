@@ -35,6 +35,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
     kCountPackages=(valgrind:valgrind)
     kFormatPackages=(clang-format-14:clang-format-14)
     kClangPackages=(clang:clang++)
+    kGdbPackages=(gdb:gdb)
     kPackagePackages=(
         dpkg-dev:dpkg-shlibdeps
         file:file
