@@ -21,6 +21,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
         libgmock-dev:gmock/gmock.h
         librapidcheck-dev:rapidcheck.h
         libboost-json1.81-dev:boost/json.hpp
+        python3:python3
     )
     kBenchPackages=(libbenchmark-dev:benchmark/benchmark.h)
     # Who the comparison measures beside; any of them may be missing.
