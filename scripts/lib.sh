@@ -36,6 +36,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
     kCountPackages=(valgrind:valgrind)
     kFormatPackages=(clang-format-14:clang-format-14)
     kClangPackages=(clang:clang++)
+    kDocPackages=(doxygen:doxygen pandoc:pandoc python3:python3)
     kGdbPackages=(gdb:gdb)
     kPackagePackages=(
         dpkg-dev:dpkg-shlibdeps
