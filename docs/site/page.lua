@@ -22,6 +22,9 @@ local function link(element)
   local path, anchor = target:match("^([^#]*)(.*)$")
   local page = path:match("^([%w_-]+)%.md$") or path:match("^%.%./(%u+)%.md$") or path:match("^docs/([%w_-]+)%.md$")
   if page then
+    if pandoc.utils.stringify(element) == path then
+      element.content = {pandoc.Str((page:gsub("-", " ")))}
+    end
     element.target = page .. ".html" .. anchor
     return element
   end
