@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <random>
 #include <string>
@@ -40,7 +41,7 @@ enum class Extras { None, WhatTheReaderAccepts };
 
 class TextGenerator {
 public:
-    explicit TextGenerator(unsigned seed) : m_engine(seed) {}
+    explicit TextGenerator(std::uint64_t seed) : m_engine(seed) {}
 
     std::u16string Document(Extras extras) {
         m_extras = extras == Extras::WhatTheReaderAccepts;
@@ -274,7 +275,7 @@ private:
         }
     }
 
-    std::mt19937 m_engine;
+    std::mt19937_64 m_engine;
     bool m_extras = false;
 };
 
