@@ -53,3 +53,10 @@ if(QVPRESLAYER_SANITIZER)
     add_compile_options(-fsanitize=${QVPRESLAYER_SANITIZER} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${QVPRESLAYER_SANITIZER})
 endif()
+
+# QVPRESLAYER_COVERAGE: everything counts which lines and branches run.
+option(QVPRESLAYER_COVERAGE "Count which lines and branches run" OFF)
+if(QVPRESLAYER_COVERAGE)
+    add_compile_options(--coverage -fprofile-update=atomic)
+    add_link_options(--coverage)
+endif()

@@ -38,6 +38,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
     kCountPackages=(valgrind:valgrind)
     kFormatPackages=(clang-format-14:clang-format-14)
     kClangPackages=(clang:clang++)
+    kCoveragePackages=(gcovr:gcovr)
     kTidyPackages=(clang-tidy-14:clang-tidy-14)
 }
 
