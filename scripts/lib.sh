@@ -7,7 +7,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# What each purpose needs: a Debian package, and the command or header by which it is known to be there. Looking at
+# What each purpose needs: a Debian package, and the command, header or file by which it is known to be there. Looking at
 # these files takes no time, and also accepts what was installed in another way.
 # shellcheck disable=SC2034  # each is read by some of the scripts
 {
@@ -22,6 +22,9 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
         librapidcheck-dev:rapidcheck.h
         libboost-json1.81-dev:boost/json.hpp
         python3:python3
+        rapidjson-dev:rapidjson/document.h
+        nlohmann-json3-dev:nlohmann/json.hpp
+        locales:/usr/share/i18n/locales/tr_TR
     )
     kBenchPackages=(libbenchmark-dev:benchmark/benchmark.h)
     # Who the comparison measures beside; any of them may be missing.
@@ -44,6 +47,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
         lintian:lintian
         pkg-config:pkg-config
     )
+    kCoveragePackages=(gcovr:gcovr)
     kTidyPackages=(clang-tidy-14:clang-tidy-14)
 }
 
@@ -64,6 +68,7 @@ quietly() {
 
 is_present() {
     case $1 in
+        /*) [ -e "$1" ] ;;
         *.h | *.hpp) [ -e "/usr/include/$1" ] || [ -e "/usr/local/include/$1" ] ;;
         *) command -v "$1" >/dev/null ;;
     esac
