@@ -47,3 +47,8 @@ if(QVPRESLAYER_SANITIZER)
     add_compile_options(-fsanitize=${QVPRESLAYER_SANITIZER} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${QVPRESLAYER_SANITIZER})
 endif()
+
+# Fuzzers see which branches the libraries take.
+if(QVPRESLAYER_BUILD_FUZZERS)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

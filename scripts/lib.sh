@@ -35,6 +35,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
     kCountPackages=(valgrind:valgrind)
     kFormatPackages=(clang-format-14:clang-format-14)
     kClangPackages=(clang:clang++)
+    kFuzzPackages=(clang:clang++ "libclang-rt-dev:libclang_rt.fuzzer-$(uname -m).a")
     kTidyPackages=(clang-tidy-14:clang-tidy-14)
 }
 
@@ -56,6 +57,7 @@ quietly() {
 is_present() {
     case $1 in
         *.h | *.hpp) [ -e "/usr/include/$1" ] || [ -e "/usr/local/include/$1" ] ;;
+        *.a) [ -e "$(clang++ -print-file-name="$1" 2>/dev/null)" ] ;;  # one of the compiler's own libraries
         *) command -v "$1" >/dev/null ;;
     esac
 }
