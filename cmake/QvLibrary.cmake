@@ -63,3 +63,8 @@ if(QVPRESLAYER_COVERAGE)
     add_compile_options(--coverage -fprofile-update=atomic)
     add_link_options(--coverage)
 endif()
+
+# Fuzzers see which branches the libraries take.
+if(QVPRESLAYER_BUILD_FUZZERS)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

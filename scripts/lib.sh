@@ -48,6 +48,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
         pkg-config:pkg-config
     )
     kCoveragePackages=(gcovr:gcovr)
+    kFuzzPackages=(clang:clang++ "libclang-rt-dev:libclang_rt.fuzzer-$(uname -m).a")
     kTidyPackages=(clang-tidy-14:clang-tidy-14)
 }
 
@@ -70,6 +71,7 @@ is_present() {
     case $1 in
         /*) [ -e "$1" ] ;;
         *.h | *.hpp) [ -e "/usr/include/$1" ] || [ -e "/usr/local/include/$1" ] ;;
+        *.a) [ -e "$(clang++ -print-file-name="$1" 2>/dev/null)" ] ;;  # one of the compiler's own libraries
         *) command -v "$1" >/dev/null ;;
     esac
 }
