@@ -4,7 +4,7 @@
 // file (docs/vocabulary.md has the format) or from a registry that a host has filled, and it can fill a registry in
 // turn.
 //
-// The library's own namespace "qvcore" is always there and never part of a vocabulary.
+// The library's own namespace "qvcore" is always there and never part of a vocabulary, but may be a fallback in it.
 //
 // Threads: a value class; const operations may run at once on several threads.
 #pragma once
@@ -73,6 +73,9 @@ struct NamespaceDeclaration {
     const ParameterDeclaration* FindName(const TString& parameterName) const;
 };
 
+// The library's own namespace, "qvcore".
+const NamespaceDeclaration& GetCoreNamespace();
+
 // What generated C++ needs beside the namespaces.
 struct CppDeclaration {
     std::string nameSpace;              // "weather", "acme::charts"; empty for the global one
@@ -87,30 +90,38 @@ public:
     static Vocabulary FromText(std::string_view utf8, std::string_view source);
 
     // What a registry holds, but for "qvcore". Fills every namespace. Serializers that are not the library's own become
-    // the type that their values look like in JSON: "text", "double" or "bool"; structures of a host's own are
-    // structures. Those parameters are the ones that IsApproximate answers true for.
+    // the type that their values look like in JSON: "text", "double" or "bool"; structures with a serializer of a
+    // host's own, or without one, become plain ones. IsApproximate answers true for all these.
     static Vocabulary FromRegistry(const ParametersRegistry& registry);
 
     const std::vector<NamespaceDeclaration>& GetNamespaces() const { return m_namespaces; }
+
+    // The namespace of that name, or null. "qvcore" is the library's own, which is found here although it is not part
+    // of the vocabulary.
     const NamespaceDeclaration* FindNamespace(const TString& name) const;
+
+    // The namespace and those in which its unknown names are sought, in that order.
+    std::vector<const NamespaceDeclaration*> GetChain(const NamespaceDeclaration& nameSpace) const;
 
     // Identifiers outside of all declared parameters that are never written.
     const std::vector<int>& GetUnserializable() const { return m_unserializable; }
     const CppDeclaration& GetCpp() const { return m_cpp; }
+    const TString& GetDescription() const { return m_description; }
 
     // Where the vocabulary comes from, for messages: the name of the file, or of whatever was given.
     const std::string& GetSource() const { return m_source; }
 
-    // The parameters that names in a text of the namespace lead to: its own, then those of its fallbacks that no nearer
-    // namespace has a verbose name for; "qvcore" left out.
-    std::vector<const ParameterDeclaration*> GetReachable(const NamespaceDeclaration& nameSpace) const;
+    // The parameters that names in a text of the namespace lead to, verbose or short ones: its own, then those of its
+    // fallbacks under names that no nearer namespace has. Parameters without a short name are left out of those.
+    std::vector<const ParameterDeclaration*> GetReachable(const NamespaceDeclaration& nameSpace,
+                                                          bool shortNames = false) const;
 
     // The parameter that a verbose name leads to from the namespace, or null.
     const ParameterDeclaration* Resolve(const NamespaceDeclaration& nameSpace, const TString& name) const;
 
-    // The parameter that covers an identifier: where ranges overlap, that of the namespace whose name sorts first.
-    // Null when there is none.
-    const ParameterDeclaration* FindId(int id) const;
+    // The namespace that covers an identifier: where ranges overlap, the one whose name sorts first. Null when there is
+    // none; "qvcore" counts.
+    const NamespaceDeclaration* FindCovering(int id) const;
 
     // Whether FromRegistry had to guess the parameter's type.
     bool IsApproximate(int id) const;
@@ -135,6 +146,7 @@ private:
     std::vector<int> m_unserializable;
     std::vector<int> m_approximate;
     CppDeclaration m_cpp;
+    TString m_description;
 };
 
 }  // namespace qvpres

@@ -11,7 +11,7 @@ TString MessageOf(const std::string& source, const TextLocation& location, const
     }
     message += u' ';
     if (!location.path.empty()) {
-        message += location.path + TString(u": ");
+        message += location.path + u": ";
     }
     return message + problem;
 }

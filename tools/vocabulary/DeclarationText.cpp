@@ -1,0 +1,210 @@
+#include "tools/vocabulary/DeclarationText.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include <utf8.h>
+
+#include "tools/vocabulary/NearestNames.h"
+
+namespace qvpres {
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+
+// What the wrapping array puts before every path.
+constexpr std::u16string_view kWrapper = u"/0";
+
+bool IsSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
+bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
+
+// Whether every surrogate has its partner.
+bool IsWellFormed(std::u16string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (IsSurrogate(text[i])) {
+            if (!IsHighSurrogate(text[i]) || i + 1 == text.size() || (text[i + 1] & 0xFC00) != 0xDC00) {
+                return false;
+            }
+            ++i;
+        }
+    }
+    return true;
+}
+
+const char16_t* KindName(JSONKind kind) {
+    constexpr const char16_t* kNames[] = {
+        u"an object", u"an array", u"a text", u"true or false", u"a number", u"a number with a fraction", u"null"};
+    return kNames[static_cast<std::size_t>(kind)];
+}
+
+// The identifier of hexadecimal digits; the upper half of 32 bits is negative, as in C++ of most machines.
+std::optional<int> FromHexadecimal(const TString& text) {
+    if (!text.startsWith(u"0x")) {
+        return std::nullopt;
+    }
+    bool ok = false;
+    const unsigned int bits = text.mid(2).toUInt(&ok, 16);
+    return ok ? std::optional<int>(static_cast<int>(bits)) : std::nullopt;
+}
+
+}  // namespace
+
+DeclarationText::DeclarationText(std::string_view utf8, std::string source) : m_source(std::move(source)) {
+    if (utf8.starts_with(kByteOrderMark)) {
+        utf8.remove_prefix(kByteOrderMark.size());
+    }
+    const auto invalid = utf8::find_invalid(utf8.begin(), utf8.end());
+    if (invalid != utf8.end()) {
+        const TString before = TString::FromUtf8(utf8.substr(0, static_cast<std::size_t>(invalid - utf8.begin())));
+        throw VocabularyException(m_source, LocateUnit(before, before.size()), u"the file is not UTF-8 here");
+    }
+    // A line of its own for the closing bracket: the last line may be a comment.
+    m_text = u"[" + TString::FromUtf8(utf8) + u"\n]";
+    try {
+        m_document.emplace(m_text);
+    } catch (const JSONParseException& failure) {
+        throw VocabularyException(m_source, Unwrapped(failure.GetLocation()), u"this is not valid JSON");
+    }
+    const JSONDocument& document = *m_document;
+    if (document.Next(0) == 1) {
+        throw VocabularyException(m_source, Unwrapped(LocateUnit(m_text, 1)), u"the file is empty");
+    }
+    if (document.Next(1) != document.Next(0)) {
+        throw VocabularyException(m_source, Unwrapped(document.Locate(document.Next(1))),
+                                  u"nothing may follow the declaration");
+    }
+}
+
+DeclaredValue DeclarationText::Root() const { return {*this, 1, {}}; }
+
+TextLocation DeclarationText::Unwrapped(TextLocation location) const {
+    const std::size_t end = m_text.size() - 2;  // of the wrapped text; where a text ends too early
+    if (location.offset > end) {
+        const TString path = location.path;
+        location = LocateUnit(m_text, end);
+        location.path = path;
+    }
+    --location.offset;
+    if (location.line == 1) {
+        --location.column;
+    }
+    if (location.path.startsWith(kWrapper)) {
+        location.path = location.path.mid(static_cast<int>(kWrapper.size()));
+    }
+    return location;
+}
+
+void DeclaredValue::Fail(const TString& problem) const {
+    throw VocabularyException(m_text->Source(), Location(), problem);
+}
+
+TextLocation DeclaredValue::Location() const {
+    TextLocation location = m_text->Unwrapped(Document().Locate(m_node));
+    location.path = m_path;
+    return location;
+}
+
+void DeclaredValue::Require(JSONKind kind, const char16_t* what) const {
+    if (Document()[m_node].kind != kind) {
+        Fail(u"must be " + TString(what) + u", not " + KindName(Document()[m_node].kind));
+    }
+}
+
+TString DeclaredValue::Text() const {
+    Require(JSONKind::String, KindName(JSONKind::String));
+    return Document().Text(m_node);
+}
+
+TString DeclaredValue::Name() const {
+    TString name = Text();
+    if (name.empty()) {
+        Fail(u"must not be empty");
+    }
+    if (name.view().find(u'\0') != std::u16string_view::npos || !IsWellFormed(name)) {
+        Fail(u"must not hold U+0000 or half a surrogate pair");
+    }
+    return name;
+}
+
+TString DeclaredValue::OneOf(const std::vector<TString>& known, const TString& what) const {
+    TString name = Text();
+    if (std::find(known.begin(), known.end(), name) == known.end()) {
+        Fail(u"unknown " + what + u' ' + Quoted(name) + NearestNamesHint(name, known));
+    }
+    return name;
+}
+
+int DeclaredValue::Id() const {
+    const JSONKind kind = Document()[m_node].kind;
+    if (kind == JSONKind::String) {
+        if (const auto id = FromHexadecimal(Document().Text(m_node))) {
+            return *id;
+        }
+        Fail(u"must be a number, or hexadecimal digits such as \"0x12000001\"");
+    }
+    if (kind != JSONKind::Integer && kind != JSONKind::Real) {
+        Require(JSONKind::Integer, u"a number");
+    }
+    bool ok = false;
+    const int id = TString(Document().Text(m_node)).toInt(&ok);
+    if (!ok) {
+        Fail(u"must be an integer from -2147483648 to 2147483647");
+    }
+    return id;
+}
+
+bool DeclaredValue::Bool() const {
+    Require(JSONKind::Bool, KindName(JSONKind::Bool));
+    return Document().Text(m_node) == u"true";
+}
+
+std::vector<DeclaredValue> DeclaredValue::Elements() const {
+    Require(JSONKind::Array, KindName(JSONKind::Array));
+    std::vector<DeclaredValue> elements;
+    for (auto node = m_node + 1; node != Document().Next(m_node); node = Document().Next(node)) {
+        TString path = m_path;
+        AppendPath(path, elements.size());
+        elements.emplace_back(*m_text, node, std::move(path));
+    }
+    return elements;
+}
+
+DeclaredObject::DeclaredObject(const DeclaredValue& value, std::initializer_list<const char16_t*> known)
+    : m_value(value) {
+    value.Require(JSONKind::Object, KindName(JSONKind::Object));
+    const JSONDocument& document = value.Document();
+    const std::vector<TString> names(known.begin(), known.end());
+    for (auto node = value.m_node + 1; node != document.Next(value.m_node); node = document.Next(node + 1)) {
+        const TString name = document.Text(node);
+        TString path = value.m_path;
+        AppendPath(path, name);
+        const DeclaredValue atName(*value.m_text, node, path);
+        if (std::find(names.begin(), names.end(), name) == names.end()) {
+            atName.Fail(u"unknown member" + NearestNamesHint(name, names));
+        }
+        if (!m_members.emplace(name, DeclaredValue(*value.m_text, node + 1, path)).second) {
+            atName.Fail(u"stands here for the second time");
+        }
+    }
+}
+
+const DeclaredValue* DeclaredObject::Find(const TString& name) const {
+    const auto member = m_members.find(name);
+    return member == m_members.end() ? nullptr : &member->second;
+}
+
+const DeclaredValue& DeclaredObject::Get(const TString& name) const {
+    const DeclaredValue* member = Find(name);
+    if (member == nullptr) {
+        Fail(Quoted(name) + u" is missing");
+    }
+    return *member;
+}
+
+TString DeclaredObject::TextOr(const TString& name) const {
+    const DeclaredValue* member = Find(name);
+    return member == nullptr ? TString() : member->Text();
+}
+
+}  // namespace qvpres
