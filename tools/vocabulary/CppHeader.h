@@ -7,13 +7,13 @@
 
 namespace qvpres {
 
-// A header, in UTF-8, with an enumeration of identifiers for each namespace and the function
+// A header, in UTF-8: for each namespace its name, its range and an enumeration of its identifiers, and the function
 //
 //     inline void RegisterVocabulary(ParametersRegistry& registry);
 //
-// that registers what Vocabulary::Register registers, with the host's own serializers where the declarations name some.
-// origin is named at the top as where the header comes from. VocabularyException when two parameters, or two
-// namespaces, come out under one name in C++.
+// which registers what Vocabulary::Register registers, with the host's own serializers where the declarations name
+// some. Names of C++ are made from those of the vocabulary; where two come out alike, the later gets its identifier, or
+// its number among the namespaces, behind it. origin is named at the top as where the header comes from.
 std::string ToCppHeader(const Vocabulary& vocabulary, const std::string& origin);
 
 }  // namespace qvpres

@@ -13,9 +13,6 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 
-// What the wrapping array puts before every path.
-constexpr std::u16string_view kWrapper = u"/0";
-
 bool IsSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
 bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
 
@@ -59,48 +56,38 @@ DeclarationText::DeclarationText(std::string_view utf8, std::string source) : m_
         const TString before = TString::FromUtf8(utf8.substr(0, static_cast<std::size_t>(invalid - utf8.begin())));
         throw VocabularyException(m_source, LocateUnit(before, before.size()), u"the file is not UTF-8 here");
     }
-    // A line of its own for the closing bracket: the last line may be a comment.
-    m_text = u"[" + TString::FromUtf8(utf8) + u"\n]";
+    m_text = TString::FromUtf8(utf8);
     try {
         m_document.emplace(m_text);
     } catch (const JSONParseException& failure) {
-        throw VocabularyException(m_source, Unwrapped(failure.GetLocation()), u"this is not valid JSON");
+        throw VocabularyException(m_source, failure.GetLocation(), u"this is not valid JSON");
     }
-    const JSONDocument& document = *m_document;
-    if (document.Next(0) == 1) {
-        throw VocabularyException(m_source, Unwrapped(LocateUnit(m_text, 1)), u"the file is empty");
+    RequireNothingMore();
+}
+
+// What follows is read as one more text: when it holds blanks and comments alone, it ends before its first value.
+void DeclarationText::RequireNothingMore() const {
+    const std::u16string_view rest = m_text.view().substr(m_document->End());
+    std::size_t at = 0;
+    try {
+        at = JSONDocument(rest).Locate(0).offset;
+    } catch (const JSONParseException& failure) {
+        at = failure.GetLocation().offset;
     }
-    if (document.Next(1) != document.Next(0)) {
-        throw VocabularyException(m_source, Unwrapped(document.Locate(document.Next(1))),
+    if (at != rest.size()) {
+        throw VocabularyException(m_source, LocateUnit(m_text, m_document->End() + at),
                                   u"nothing may follow the declaration");
     }
 }
 
-DeclaredValue DeclarationText::Root() const { return {*this, 1, {}}; }
-
-TextLocation DeclarationText::Unwrapped(TextLocation location) const {
-    const std::size_t end = m_text.size() - 2;  // of the wrapped text; where a text ends too early
-    if (location.offset > end) {
-        const TString path = location.path;
-        location = LocateUnit(m_text, end);
-        location.path = path;
-    }
-    --location.offset;
-    if (location.line == 1) {
-        --location.column;
-    }
-    if (location.path.startsWith(kWrapper)) {
-        location.path = location.path.mid(static_cast<int>(kWrapper.size()));
-    }
-    return location;
-}
+DeclaredValue DeclarationText::Root() const { return {*this, 0, {}}; }
 
 void DeclaredValue::Fail(const TString& problem) const {
     throw VocabularyException(m_text->Source(), Location(), problem);
 }
 
 TextLocation DeclaredValue::Location() const {
-    TextLocation location = m_text->Unwrapped(Document().Locate(m_node));
+    TextLocation location = Document().Locate(m_node);
     location.path = m_path;
     return location;
 }

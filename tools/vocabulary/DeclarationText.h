@@ -34,9 +34,7 @@ public:
 private:
     friend class DeclaredValue;
 
-    // The value stands inside an array of this class's own making, so that what follows it is looked at too; places
-    // are told without it.
-    TextLocation Unwrapped(TextLocation location) const;
+    void RequireNothingMore() const;
 
     std::string m_source;
     TString m_text;

@@ -38,13 +38,14 @@ Bounds BoundsOf(const ValueType& type) {
     return name == u"uint64" ? kBoundsOf<UInt64> : kBoundsOf<Int64>;
 }
 
-// The numbers that arrive where integers or ticks of a type were written. Ticks stand in quotes and arrive unchanged.
+// The numbers that arrive where integers or ticks of a type were written; what the type itself refuses does not count.
+// Ticks stand in quotes and arrive unchanged.
 Bounds Arriving(const ValueType& older) {
     const Bounds bounds = BoundsOf(older);
-    if (older.form == TextForm::Duration || bounds.IsWithin(kTravelling)) {
+    if (older.form == TextForm::Duration) {
         return bounds;
     }
-    return kTravelling;
+    return {std::max(bounds.low, kTravelling.low), std::min(bounds.high, kTravelling.high)};
 }
 
 bool IsWholeNumber(const ValueType& type) { return type.form == TextForm::Integer || type.form == TextForm::Duration; }
