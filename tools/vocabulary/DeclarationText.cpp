@@ -35,13 +35,12 @@ const char16_t* KindName(JSONKind kind) {
     return kNames[static_cast<std::size_t>(kind)];
 }
 
-// The identifier of hexadecimal digits; the upper half of 32 bits is negative, as in C++ of most machines.
+// The identifier of up to eight hexadecimal digits; the upper half of 32 bits is negative.
 std::optional<int> FromHexadecimal(const TString& text) {
-    if (!text.startsWith(u"0x")) {
-        return std::nullopt;
-    }
-    bool ok = false;
-    const unsigned int bits = text.mid(2).toUInt(&ok, 16);
+    constexpr int kPrefixLength = 2;
+    constexpr std::size_t kLongest = kPrefixLength + 8;
+    bool ok = text.startsWith(u"0x") && text.size() <= kLongest && !text.mid(kPrefixLength).startsWith(u"+");
+    const unsigned int bits = ok ? text.mid(kPrefixLength).toUInt(&ok, 16) : 0;
     return ok ? std::optional<int>(static_cast<int>(bits)) : std::nullopt;
 }
 
