@@ -75,6 +75,15 @@ int EagerParametersNamespace::FindCamel(std::u16string_view camelName) const noe
     return id == m_idsByCamelName.end() ? 0 : id->second;
 }
 
+std::vector<const ParameterInfo*> EagerParametersNamespace::Records() const {
+    std::vector<const ParameterInfo*> records;
+    records.reserve(m_records.size());
+    for (const ParameterInfo& record : m_records) {
+        records.push_back(&record);
+    }
+    return records;
+}
+
 std::vector<ParameterRegistryinfo> EagerParametersNamespace::Rows() const {
     std::vector<ParameterRegistryinfo> rows;
     for (const ParameterInfo& record : m_records) {

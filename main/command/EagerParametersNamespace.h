@@ -47,6 +47,9 @@ public:
     // The identifiers that have both names, in the order in which they were added.
     std::vector<ParameterRegistryinfo> Rows() const;
 
+    // All records, in the order in which their identifiers were first added.
+    std::vector<const ParameterInfo*> Records() const;
+
 private:
     using NameTable = boost::unordered_flat_map<TString, int, NameHash, NameEqual>;
 

@@ -1,5 +1,6 @@
 #include <qvpreslayer/ParametersRegistry.h>
 
+#include <algorithm>
 #include <atomic>
 #include <map>
 
@@ -262,4 +263,22 @@ std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> ParametersRe
         infos.emplace_back(name, space->Filled().Rows());
     }
     return infos;
+}
+
+std::vector<ParameterNamespaceInfo> ParametersRegistry::DescribeNamespaces() const {
+    std::vector<ParameterNamespaceInfo> infos;
+    infos.reserve(m_impl->namespaces.size());
+    for (const auto& [name, space] : m_impl->namespaces) {
+        const auto fallback = m_impl->fallbacks.find(name);
+        infos.push_back({name, space->FirstID(), space->LastID(),
+                         fallback == m_impl->fallbacks.end() ? TString() : fallback->second,
+                         space->Filled().Records()});
+    }
+    return infos;
+}
+
+std::vector<int> ParametersRegistry::GetUnserializable() const {
+    std::vector<int> ids(m_impl->unserializable.begin(), m_impl->unserializable.end());
+    std::sort(ids.begin(), ids.end());
+    return ids;
 }
