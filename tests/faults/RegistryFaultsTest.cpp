@@ -31,13 +31,15 @@ void AddMany(AbstractParamAdder& adder) {
     }
 }
 
-// A registry with the namespaces "one" (1 to 99), which falls back to "two" (100 to 199), and "part" (200 to 299).
+// A registry with the namespaces "one" (1 to 99), which falls back to "two" (100 to 199), "part" (200 to 299), and one
+// more, so that the next one needs more room.
 class Registry final : public TestRegistry {
 public:
     Registry() {
         Add(L"one", 1, 99, Five(10));
         Add(L"two", 100, 199, Five(110));
         RegisterNamespacePart(L"part", Five(210), 200, 299);
+        Add(L"full", 900, 949, Five(910));
         SetFallback(L"one", L"two");
         AddUnserializable(10);
         AddUnserializable(110);
