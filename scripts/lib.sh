@@ -121,3 +121,13 @@ build() {
     fi
     quietly cmake --build --preset "$preset" "${targets[@]}"
 }
+
+# fixed_addresses COMMAND...: runs it without random addresses, where the kernel lets us. The thread sanitizer wants its
+# shadow memory at fixed places, which some kernels have already given away at random.
+fixed_addresses() {
+    if setarch "$(uname -m)" --addr-no-randomize true 2>/dev/null; then
+        setarch "$(uname -m)" --addr-no-randomize "$@"
+    else
+        "$@"
+    fi
+}

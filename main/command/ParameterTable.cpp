@@ -16,6 +16,8 @@ constexpr auto kBefore = [](const auto& entry, int id) { return entry.id < id; }
 
 ParameterTable::ParameterTable() noexcept = default;
 
+ParameterTable::ParameterTable(ParameterTable&&) noexcept = default;
+
 ParameterTable::~ParameterTable() = default;
 
 IParameter* ParameterTable::Find(int id) const noexcept {
@@ -63,6 +65,11 @@ bool ParameterTable::Erase(int id) noexcept {
 void ParameterTable::Clear() noexcept {
     m_entries.clear();
     m_tree.reset();
+}
+
+void ParameterTable::Swap(ParameterTable& other) noexcept {
+    m_entries.swap(other.m_entries);
+    m_tree.swap(other.m_tree);
 }
 
 ParameterTable::Entries::iterator ParameterTable::LowerBound(int id) noexcept {

@@ -59,20 +59,30 @@ struct ParametersRegistry::Impl {
         const int first = added->FirstID();
         const int last = added->LastID();
         ParametersNamespace* owner = added.Get();
-        const bool overlaps = segments.Overlaps(first, last);
-        namespaces.emplace(name, std::move(added));
-        if (overlaps) {
-            RebuildSegments();
-        } else {
+        if (!segments.Overlaps(first, last)) {
+            segments.ReserveOne();
+            namespaces.emplace(name, std::move(added));
             segments.AddUncovered(first, last, owner);
+            return;
+        }
+        const auto place = namespaces.emplace(name, std::move(added)).first;
+        try {
+            SegmentsWithout(nullptr).Swap(segments);
+        } catch (...) {
+            namespaces.erase(place);
+            throw;
         }
     }
 
-    void RebuildSegments() {
-        segments.Clear();
+    // The segments of all namespaces but one.
+    IdSegments SegmentsWithout(const ParametersNamespace* removed) const {
+        IdSegments result;
         for (const auto& [name, space] : namespaces) {
-            segments.AddUncovered(space->FirstID(), space->LastID(), space.Get());
+            if (space.Get() != removed) {
+                result.AddUncovered(space->FirstID(), space->LastID(), space.Get());
+            }
         }
+        return result;
     }
 };
 
@@ -144,13 +154,18 @@ bool ParametersRegistry::IsUnserializable(int id) const {
 }
 
 void ParametersRegistry::Clear(const TString& name) {
-    for (const ParameterRegistryinfo& row : m_impl->ByName(name).Filled().Rows()) {
+    // All that may fail comes first.
+    ParametersNamespace& space = m_impl->ByName(name);
+    const std::vector<ParameterRegistryinfo> rows = space.Filled().Rows();
+    const TString removed = name;  // the caller's text may be the registry's own
+    IdSegments segments = m_impl->SegmentsWithout(&space);
+
+    for (const ParameterRegistryinfo& row : rows) {
         m_impl->unserializable.erase(row.id);
     }
-    const TString removed = name;  // the caller's text may be the registry's own
     std::erase_if(m_impl->fallbacks, [&](const auto& link) { return link.first == removed || link.second == removed; });
+    segments.Swap(m_impl->segments);
     m_impl->namespaces.erase(removed);
-    m_impl->RebuildSegments();
 }
 
 void ParametersRegistry::Clear() {

@@ -1,7 +1,10 @@
 #include <qvsys/BlockPool.h>
 
 #include <array>
+#include <atomic>
 #include <new>
+
+#include <pthread.h>
 
 // Under a sanitizer every block is the allocator's own, so that it sees every use after release.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -32,21 +35,48 @@ struct FreeList {
     std::size_t bytes;
 };
 
-// Plain data, so that reaching it needs no check whether it has been made; the cleaner beside it frees the blocks.
+// Plain data, so that reaching it needs no check whether it has been made.
 thread_local constinit std::array<FreeList, kClasses> t_lists{};
-thread_local constinit bool t_ended = false;
+thread_local constinit bool t_watched = false;  // the thread's end will free its lists
 
-struct Cleaner {
-    Cleaner() = default;
-    Cleaner(const Cleaner&) = delete;
-    Cleaner& operator=(const Cleaner&) = delete;
-    ~Cleaner() {
-        t_ended = true;
-        ReleaseKeptBlocks();
+constinit std::atomic<bool> s_unloading{false};
+
+void FreeAtThreadEnd(void*) noexcept {
+    t_watched = false;
+    ReleaseKeptBlocks();
+}
+
+// The key under which the system calls FreeAtThreadEnd; the thread that ends the program, or unloads the library, frees
+// its own blocks here. A thread_local object would do the same, but registering its destructor takes memory, and the C
+// library ends the program where there is none.
+class ThreadEndKey {
+public:
+    ThreadEndKey() noexcept : m_made(pthread_key_create(&m_key, FreeAtThreadEnd) == 0) {}
+    ThreadEndKey(const ThreadEndKey&) = delete;
+    ThreadEndKey& operator=(const ThreadEndKey&) = delete;
+    ~ThreadEndKey() {
+        s_unloading.store(true, std::memory_order_relaxed);
+        if (m_made) {
+            pthread_key_delete(m_key);
+        }
+        FreeAtThreadEnd(nullptr);
     }
-    void Touch() noexcept {}
+
+    bool Watch() const noexcept { return m_made && pthread_setspecific(m_key, &t_lists) == 0; }
+
+private:
+    pthread_key_t m_key{};
+    bool m_made;
 };
-thread_local Cleaner t_cleaner;
+
+// Whether what the calling thread keeps will be freed.
+bool IsWatched() noexcept {
+    if (!t_watched && !s_unloading.load(std::memory_order_relaxed)) [[unlikely]] {
+        static const ThreadEndKey s_key;
+        t_watched = s_key.Watch();
+    }
+    return t_watched;
+}
 
 constexpr std::size_t ClassOf(std::size_t bytes) { return (bytes - 1) / kGranule; }
 constexpr std::size_t SizeOf(std::size_t sizeClass) { return (sizeClass + 1) * kGranule; }
@@ -85,14 +115,8 @@ void ReleaseBlock(void* block, std::size_t bytes) noexcept {
     }
     const std::size_t sizeClass = ClassOf(bytes);
     FreeList& list = t_lists[sizeClass];
-    if (list.bytes == 0) [[unlikely]] {
-        if (t_ended) {
-            ::operator delete(block);
-            return;
-        }
-        t_cleaner.Touch();  // the first block kept: makes sure that the thread's end frees them
-    }
-    if (list.bytes >= kKeptBytesOfAClass) {
+    // An empty list may be the first of its thread.
+    if (list.bytes >= kKeptBytesOfAClass || (list.bytes == 0 && !IsWatched())) [[unlikely]] {
         ::operator delete(block);
         return;
     }
@@ -112,5 +136,15 @@ void ReleaseKeptBlocks() noexcept {
         list.bytes = 0;
     }
 }
+
+KeepNoBlocks::KeepNoBlocks() noexcept {
+    ReleaseKeptBlocks();
+    // Full lists without a block: there is none to take, and no room for one.
+    for (FreeList& list : t_lists) {
+        list.bytes = kKeptBytesOfAClass;
+    }
+}
+
+KeepNoBlocks::~KeepNoBlocks() { ReleaseKeptBlocks(); }
 
 }  // namespace qvsys::detail

@@ -23,6 +23,7 @@ public:
     using Value = RefCntPtr<IParameter>;
 
     ParameterTable() noexcept;
+    ParameterTable(ParameterTable&&) noexcept;  // leaves nothing behind
     ParameterTable(const ParameterTable&) = delete;
     ParameterTable& operator=(const ParameterTable&) = delete;
     ~ParameterTable();
@@ -38,6 +39,10 @@ public:
 
     void Clear() noexcept;
 
+    bool IsEmpty() const noexcept { return m_entries.empty() && (m_tree == nullptr || m_tree->empty()); }
+
+    void Swap(ParameterTable& other) noexcept;
+
     // Calls visit(id, value) for each entry, upwards by identifier.
     template <class Visit>
     void ForEach(Visit&& visit) const {
@@ -47,19 +52,6 @@ public:
         if (m_tree) {
             for (const auto& [id, value] : *m_tree) {
                 visit(id, value);
-            }
-        }
-    }
-
-    // The same with values that may be taken away, before the table is cleared.
-    template <class Visit>
-    void ForEachValue(Visit&& visit) noexcept {
-        for (Entry& entry : m_entries) {
-            visit(entry.value);
-        }
-        if (m_tree) {
-            for (auto& entry : *m_tree) {
-                visit(entry.second);
             }
         }
     }
