@@ -3,22 +3,28 @@
 #include <qvsys/QuorvelException.h>
 
 #include <qvpreslayer/PresLayerLimits.h>
+#include <qvpreslayer/detail/StackGuard.h>
 
 namespace qvpreslayer::detail {
 
 namespace {
 
-thread_local constinit int s_bagDepth = 0;
+constexpr int kDirectLevels = 16;
+
+thread_local constinit int s_depth = 0;
 
 }  // namespace
 
 BagLevel::BagLevel() {
-    if (s_bagDepth >= PresLayerLimits::GetBagDepth()) {
+    const bool low = s_depth >= kUnguardedLevels && IsStackLow();
+    if (s_depth >= PresLayerLimits::GetBagDepth() || low) {
         throw QuorvelException(u"Parameter bags are nested too deeply");
     }
-    ++s_bagDepth;
+    ++s_depth;
 }
 
-BagLevel::~BagLevel() { --s_bagDepth; }
+BagLevel::~BagLevel() { --s_depth; }
+
+bool BagLevel::IsDeep() const noexcept { return s_depth > kDirectLevels; }
 
 }  // namespace qvpreslayer::detail

@@ -93,7 +93,8 @@ int EagerParametersNamespace::FindShort(std::u16string_view shortName) const noe
 // A name may have been given to another identifier later, its camel-case form may not lead back to it, and documents
 // spell some units of names otherwise.
 bool EagerParametersNamespace::IsFoundByItsNames(const ParameterInfo& record) const noexcept {
-    return record.id != 0 && IsSpelledAsItIs(record.camelName) && IsSpelledAsItIs(record.shortName) && FindCamel(record.camelName) == record.id &&
+    return record.id != 0 && IsSpelledAsItIs(record.camelName) && IsSpelledAsItIs(record.shortName) &&
+           FindCamel(record.camelName) == record.id &&
            (record.shortName.empty() || FindShort(record.shortName) == record.id);
 }
 
@@ -128,6 +129,15 @@ void EagerParametersNamespace::MakeDirectRecords() {
 
 std::span<const DirectRecord> EagerParametersNamespace::GetRecords() const noexcept {
     return std::span(m_directRecords).first(m_directRecords.empty() ? 0 : m_directRecords.size() - 1);
+}
+
+std::vector<const ParameterInfo*> EagerParametersNamespace::Records() const {
+    std::vector<const ParameterInfo*> records;
+    records.reserve(m_records.size());
+    for (const ParameterInfo& record : m_records) {
+        records.push_back(&record);
+    }
+    return records;
 }
 
 std::vector<ParameterRegistryinfo> EagerParametersNamespace::Rows() const {

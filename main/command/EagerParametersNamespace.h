@@ -54,6 +54,9 @@ public:
     // The identifiers that have both names, in the order in which they were added.
     std::vector<ParameterRegistryinfo> Rows() const;
 
+    // All records, in the order in which their identifiers were first added.
+    std::vector<const ParameterInfo*> Records() const;
+
 private:
     using NameTable = boost::unordered_flat_map<TString, int, NameHash, NameEqual>;
 
@@ -62,8 +65,8 @@ private:
     qvpreslayer::detail::DirectRecord MakeDirectRecord(const ParameterInfo& record) const noexcept;
     ParameterInfo& Record(int pid, const TString& verboseName, const TString& shortName, ParameterTypeCategory kind);
 
-    std::deque<ParameterInfo> m_records;                           // in order of adding
-    boost::unordered_flat_map<int, ParameterInfo*> m_recordsById;  // into m_records
+    std::deque<ParameterInfo> m_records;                             // in order of adding
+    boost::unordered_flat_map<int, ParameterInfo*> m_recordsById;    // into m_records
     std::vector<qvpreslayer::detail::DirectRecord> m_directRecords;  // with the one behind the last; empty until made
     NameTable m_idsByVerboseName;
     NameTable m_idsByShortName;

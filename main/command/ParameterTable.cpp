@@ -20,6 +20,8 @@ constexpr auto kBefore = [](const auto& entry, int id) { return entry.id < id; }
 
 ParameterTable::ParameterTable() noexcept = default;
 
+ParameterTable::ParameterTable(ParameterTable&& other) noexcept : ParameterTable() { Swap(other); }
+
 ParameterTable::~ParameterTable() { RemoveArray(); }
 
 IParameter* ParameterTable::Find(int id) const noexcept {
@@ -84,10 +86,14 @@ void ParameterTable::Clear() noexcept {
         return;
     }
     ParameterTable removed;
-    std::swap(m_entries, removed.m_entries);
-    std::swap(m_size, removed.m_size);
-    std::swap(m_capacity, removed.m_capacity);
-    removed.m_tree = std::move(m_tree);
+    Swap(removed);
+}
+
+void ParameterTable::Swap(ParameterTable& other) noexcept {
+    std::swap(m_entries, other.m_entries);
+    std::swap(m_size, other.m_size);
+    std::swap(m_capacity, other.m_capacity);
+    m_tree.swap(other.m_tree);
 }
 
 ParameterTable::Entry* ParameterTable::LowerBound(int id) const noexcept {

@@ -1,5 +1,6 @@
 #include <qvpreslayer/ParametersRegistry.h>
 
+#include <algorithm>
 #include <atomic>
 #include <map>
 
@@ -32,7 +33,7 @@ struct ParametersRegistry::Impl {
     std::map<TString, TString> fallbacks;  // from a namespace to the one that is asked next
     IdSegments segments;                   // follows from namespaces
     std::uint64_t generation = NewGeneration();
-    bool overlaps = false;                 // some ranges had identifiers in common once
+    bool overlaps = false;  // some ranges had identifiers in common once
 
     // The namespace of that name; ParameterNamespaceNotFoundException when there is none.
     ParametersNamespace& ByName(const TString& name) const {
@@ -65,22 +66,33 @@ struct ParametersRegistry::Impl {
         const int first = added->FirstID();
         const int last = added->LastID();
         ParametersNamespace* owner = added.Get();
-        generation = NewGeneration();
-        const bool overlapsNow = segments.Overlaps(first, last);
-        namespaces.emplace(name, std::move(added));
-        if (overlapsNow) {
-            overlaps = true;
-            RebuildSegments();
-        } else {
+        if (!segments.Overlaps(first, last)) {
+            segments.ReserveOne();
+            namespaces.emplace(name, std::move(added));
+            generation = NewGeneration();
             segments.AddUncovered(first, last, owner);
+            return;
+        }
+        const auto place = namespaces.emplace(name, std::move(added)).first;
+        try {
+            SegmentsWithout(nullptr).Swap(segments);
+            overlaps = true;
+            generation = NewGeneration();
+        } catch (...) {
+            namespaces.erase(place);
+            throw;
         }
     }
 
-    void RebuildSegments() {
-        segments.Clear();
+    // The segments of all namespaces but one.
+    IdSegments SegmentsWithout(const ParametersNamespace* removed) const {
+        IdSegments result;
         for (const auto& [name, space] : namespaces) {
-            segments.AddUncovered(space->FirstID(), space->LastID(), space.Get());
+            if (space.Get() != removed) {
+                result.AddUncovered(space->FirstID(), space->LastID(), space.Get());
+            }
         }
+        return result;
     }
 };
 
@@ -156,14 +168,19 @@ bool ParametersRegistry::IsUnserializable(int id) const {
 bool ParametersRegistry::HasUnserializable() const noexcept { return !m_impl->unserializable.empty(); }
 
 void ParametersRegistry::Clear(const TString& name) {
-    for (const ParameterRegistryinfo& row : m_impl->ByName(name).Filled().Rows()) {
+    // All that may fail comes first.
+    ParametersNamespace& space = m_impl->ByName(name);
+    const std::vector<ParameterRegistryinfo> rows = space.Filled().Rows();
+    const TString removed = name;  // the caller's text may be the registry's own
+    IdSegments segments = m_impl->SegmentsWithout(&space);
+
+    for (const ParameterRegistryinfo& row : rows) {
         m_impl->unserializable.erase(row.id);
     }
-    const TString removed = name;  // the caller's text may be the registry's own
     std::erase_if(m_impl->fallbacks, [&](const auto& link) { return link.first == removed || link.second == removed; });
+    segments.Swap(m_impl->segments);
     m_impl->namespaces.erase(removed);
     m_impl->generation = NewGeneration();
-    m_impl->RebuildSegments();
 }
 
 void ParametersRegistry::Clear() {
@@ -290,4 +307,22 @@ std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> ParametersRe
         infos.emplace_back(name, space->Filled().Rows());
     }
     return infos;
+}
+
+std::vector<ParameterNamespaceInfo> ParametersRegistry::DescribeNamespaces() const {
+    std::vector<ParameterNamespaceInfo> infos;
+    infos.reserve(m_impl->namespaces.size());
+    for (const auto& [name, space] : m_impl->namespaces) {
+        const auto fallback = m_impl->fallbacks.find(name);
+        infos.push_back({name, space->FirstID(), space->LastID(),
+                         fallback == m_impl->fallbacks.end() ? TString() : fallback->second,
+                         space->Filled().Records()});
+    }
+    return infos;
+}
+
+std::vector<int> ParametersRegistry::GetUnserializable() const {
+    std::vector<int> ids(m_impl->unserializable.begin(), m_impl->unserializable.end());
+    std::sort(ids.begin(), ids.end());
+    return ids;
 }

@@ -40,7 +40,7 @@ char16_t Unescape(std::u16string_view text, std::size_t& i) {
 
 }  // namespace
 
-JSONDocument::JSONDocument(std::u16string_view text) : m_text(text) { JSONParser(text, m_nodes).Parse(); }
+JSONDocument::JSONDocument(std::u16string_view text) : m_text(text), m_end(JSONParser(text, m_nodes).Parse()) {}
 
 std::u16string_view JSONDocument::Text(Index node) const {
     const JSONNode& token = m_nodes[node];

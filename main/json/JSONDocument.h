@@ -44,6 +44,9 @@ public:
     // The node behind a value, all that is inside it included.
     Index Next(Index node) const noexcept { return IsContainer(m_nodes[node].kind) ? m_nodes[node].end : node + 1; }
 
+    // Where the text goes on behind the first value; nothing there has been looked at.
+    std::size_t End() const noexcept { return m_end; }
+
     // What a string or number node spells, escapes resolved. Valid as long as the document.
     std::u16string_view Text(Index node) const;
 
@@ -57,6 +60,7 @@ private:
 
     std::u16string_view m_text;
     std::vector<JSONNode> m_nodes;
+    std::size_t m_end;
     mutable std::deque<std::u16string> m_unescaped;  // what Text made; never moves
 };
 

@@ -37,7 +37,7 @@ JSONParser::JSONParser(std::u16string_view text, std::vector<JSONNode>& nodes)
       m_nodes(nodes),
       m_maxDepth(static_cast<std::size_t>(std::max(PresLayerLimits::GetJSONDepth(), 0))) {}
 
-void JSONParser::Parse() {
+std::size_t JSONParser::Parse() {
     if (m_text.size() >= std::numeric_limits<std::uint32_t>::max()) {
         Fail();
     }
@@ -62,6 +62,7 @@ void JSONParser::Parse() {
                 state = TakeSeparator();
         }
     }
+    return m_at;
 }
 
 JSONParser::State JSONParser::TakeValue() {

@@ -16,8 +16,8 @@ class JSONParser {
 public:
     JSONParser(std::u16string_view text, std::vector<JSONNode>& nodes);
 
-    // Takes the first value of the text; JSONParseException when there is none.
-    void Parse();
+    // Takes the first value of the text and answers where it ends; JSONParseException when there is none.
+    std::size_t Parse();
 
 private:
     enum class State { Value, FirstElement, FirstName, Name, Separator, Done };

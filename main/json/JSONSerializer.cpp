@@ -1,5 +1,6 @@
 #include <qvpreslayer/JSONSerializer.h>
 
+#include <optional>
 #include <utility>
 
 #include <cxxabi.h>
@@ -12,45 +13,48 @@
 
 #include "main/json/JSONDocument.h"
 #include "main/json/JSONReader.h"
+#include "main/json/ThreadScratch.h"
 #include "main/json/direct/DirectReader.h"
 #include "main/json/direct/DirectWriter.h"
 
 namespace {
 
-// The calling thread's reader, while nobody else on this thread uses it: bags are made by the host, who may read texts.
+// A reader for one text: the one that the thread keeps, unless that is in use.
 class ReaderLease {
 public:
-    ReaderLease() : m_taken(!std::exchange(s_inUse, true)) {}
+    explicit ReaderLease(ThreadScratch* scratch) : m_kept(scratch) {
+        if (m_kept == nullptr || m_kept->readerInUse) {
+            m_kept = nullptr;
+            m_own.emplace();
+        } else {
+            m_kept->readerInUse = true;
+        }
+    }
     ReaderLease(const ReaderLease&) = delete;
     ReaderLease& operator=(const ReaderLease&) = delete;
     ~ReaderLease() {
-        if (m_taken) {
-            s_reader.Forget();
-            s_inUse = false;
+        if (m_kept != nullptr) {
+            m_kept->reader.Forget();
+            m_kept->readerInUse = false;
         }
     }
 
-    DirectReader* Get() const { return m_taken ? &s_reader : nullptr; }
+    DirectReader& Get() { return m_kept != nullptr ? m_kept->reader : *m_own; }
 
 private:
-    static thread_local constinit bool s_inUse;
-    static thread_local DirectReader s_reader;
-
-    bool m_taken;
+    ThreadScratch* m_kept;
+    std::optional<DirectReader> m_own;
 };
-
-thread_local constinit bool ReaderLease::s_inUse = false;
-thread_local DirectReader ReaderLease::s_reader;
 
 // What the short way makes of a text; empty where it takes the long one, which also tells what is wrong.
 RefCntPtr<IParameters> ReadDirectly(const TString& json, const TString& namespaceName, NameForm form) {
     ParametersRegistry* const registry = ParametersRegistry::GetInstance();
-    const ReaderLease lease;
-    if (registry == nullptr || lease.Get() == nullptr) {
+    if (registry == nullptr) {
         return {};
     }
+    ReaderLease lease(ThreadScratch::Find());
     try {
-        return lease.Get()->Read(json, *registry, namespaceName, form);
+        return lease.Get().Read(json, *registry, namespaceName, form);
     } catch (const abi::__forced_unwind&) {
         throw;  // the thread is being cancelled
     } catch (...) {
@@ -68,20 +72,29 @@ RefCntPtr<IParameters> ReadAtLength(const TString& json, const TString& namespac
 // thread keeps, and copied once into memory of their size.
 class OutputText {
 public:
-    OutputText() : m_kept(!std::exchange(s_inUse, true)) { Text().reserve(kReservedUnits); }
+    OutputText() : m_kept(ThreadScratch::Find()) {
+        if (m_kept != nullptr && m_kept->textInUse) {
+            m_kept = nullptr;
+        }
+        Text().reserve(kReservedUnits);
+        if (m_kept != nullptr) {
+            m_kept->textInUse = true;
+        }
+    }
     OutputText(const OutputText&) = delete;
     OutputText& operator=(const OutputText&) = delete;
     ~OutputText() {
-        if (m_kept) {
-            if (s_kept.capacity() > kKeptUnits) {
-                s_kept = TString();
-            }
-            s_kept.clear();
-            s_inUse = false;
+        if (m_kept == nullptr) {
+            return;
         }
+        if (m_kept->text.capacity() > kKeptUnits) {
+            m_kept->text = TString();
+        }
+        m_kept->text.clear();
+        m_kept->textInUse = false;
     }
 
-    TString& Text() { return m_kept ? s_kept : m_own; }
+    TString& Text() { return m_kept != nullptr ? m_kept->text : m_own; }
 
     TString Take() {
         if (Text().size() <= kCopiedUnits) {
@@ -99,15 +112,9 @@ private:
     static constexpr std::size_t kCopiedUnits = 32768;
     static constexpr std::size_t kKeptUnits = 131072;
 
-    static thread_local constinit bool s_inUse;
-    static thread_local TString s_kept;
-
-    bool m_kept;
-    TString m_own;  // where serializers that are called write texts themselves
+    ThreadScratch* m_kept;
+    TString m_own;  // where the thread's is in use, or there is none
 };
-
-thread_local constinit bool OutputText::s_inUse = false;
-thread_local TString OutputText::s_kept;
 
 }  // namespace
 

@@ -45,6 +45,15 @@ struct ParameterInfo {
     qvpreslayer::detail::DirectInfo direct{};             // for the library's own use
 };
 
+// A registered namespace as a whole. The records are the registry's own, in the order in which they were added.
+struct ParameterNamespaceInfo {
+    TString name;
+    int firstId = 0;
+    int lastId = 0;
+    TString fallback;  // empty when there is none
+    std::vector<const ParameterInfo*> parameters;
+};
+
 class QVPRESLAYER_API ParametersRegistry {
 public:
     using RegistrationFunction = std::function<void(AbstractParamAdder&)>;
@@ -154,6 +163,14 @@ public:
     // The registered namespaces in name order, each with its identifiers that have both names, in the order in which
     // they were added. Fills every namespace.
     std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> GetNamespaceInfos() const;
+
+    // The registered namespaces in name order with everything in them, for tools that show or export a vocabulary:
+    // parameters without a short name too. Fills every namespace. The records are valid until their namespace is
+    // cleared.
+    std::vector<ParameterNamespaceInfo> DescribeNamespaces() const;
+
+    // All identifiers that AddUnserializable marked, ascending.
+    std::vector<int> GetUnserializable() const;
 
 protected:
     ~ParametersRegistry();

@@ -5,6 +5,8 @@
 
 #include <qvcore/qvcore.h>
 
+#include <qvpreslayer/Version.h>
+
 // Values and bags.
 #include <qvpreslayer/IParameter.h>
 #include <qvpreslayer/IParameters.h>

@@ -109,14 +109,14 @@ TEST(EnumTableSearch, FindsValuesAcrossGapsAndBytes) {
 }
 
 TEST(EnumTableSearch, FindsNamesWhateverTheirOrder) {
-    constexpr auto kOrder = OrderByName(kSteps);
-    EXPECT_EQ(&kSteps[2], FindByName(kSteps, kOrder, u"a"));
-    EXPECT_EQ(&kSteps[1], FindByName(kSteps, kOrder, u"aa"));
-    EXPECT_EQ(&kSteps[0], FindByName(kSteps, kOrder, u"b"));
-    EXPECT_EQ(nullptr, FindByName(kSteps, kOrder, u""));
-    EXPECT_EQ(nullptr, FindByName(kSteps, kOrder, u"ab"));
-    EXPECT_EQ(nullptr, FindByName(kSteps, kOrder, u"c"));
-    EXPECT_EQ(nullptr, FindByName(kSteps, kOrder, u"aaa"));
+    constexpr auto kSlots = SlotsByName(kSteps);
+    EXPECT_EQ(&kSteps[2], FindByName(kSteps, kSlots, u"a"));
+    EXPECT_EQ(&kSteps[1], FindByName(kSteps, kSlots, u"aa"));
+    EXPECT_EQ(&kSteps[0], FindByName(kSteps, kSlots, u"b"));
+    EXPECT_EQ(nullptr, FindByName(kSteps, kSlots, u""));
+    EXPECT_EQ(nullptr, FindByName(kSteps, kSlots, u"ab"));
+    EXPECT_EQ(nullptr, FindByName(kSteps, kSlots, u"c"));
+    EXPECT_EQ(nullptr, FindByName(kSteps, kSlots, u"aaa"));
     EXPECT_EQ(&kSingle[0], FindByName(kSingle, OrderByName(kSingle), u""));
 }
 

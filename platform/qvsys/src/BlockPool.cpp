@@ -3,6 +3,8 @@
 #include <array>
 #include <new>
 
+#include <qvsys/ThreadEnd.h>
+
 // Under a sanitizer every block is the allocator's own, so that it sees every use after release.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define QVSYS_KEEP_BLOCKS 0
@@ -27,23 +29,15 @@ struct FreeBlock {
     FreeBlock* next;
 };
 
-
-// Plain data, so that reaching it needs no check whether it has been made; the cleaner beside it frees the blocks.
+// Plain data, so that reaching it needs no check whether it has been made.
 thread_local constinit std::array<FreeBlock*, kClasses> t_lists{};
-thread_local constinit std::size_t t_keptBytes = 0;
-thread_local constinit bool t_ended = false;
+thread_local constinit std::size_t t_keptBytes = 0;  // beyond kKeptBytes where none are to be kept
 
-struct Cleaner {
-    Cleaner() = default;
-    Cleaner(const Cleaner&) = delete;
-    Cleaner& operator=(const Cleaner&) = delete;
-    ~Cleaner() {
-        t_ended = true;
-        ReleaseKeptBlocks();
-    }
-    void Touch() noexcept {}
-};
-thread_local Cleaner t_cleaner;
+// Whether what the calling thread keeps will be freed at its end.
+bool IsWatched() noexcept {
+    static ThreadEnd s_end(ReleaseKeptBlocks);
+    return s_end.Watch();
+}
 
 constexpr std::size_t ClassOf(std::size_t bytes) { return (bytes - 1) / kGranule; }
 constexpr std::size_t SizeOf(std::size_t sizeClass) { return (sizeClass + 1) * kGranule; }
@@ -80,12 +74,11 @@ void ReleaseBlock(void* block, std::size_t bytes) noexcept {
         return;
     }
     const std::size_t sizeClass = ClassOf(bytes);
-    if (t_keptBytes - 1 >= kKeptBytes) [[unlikely]] {  // too many, or none
-        if (t_ended || t_keptBytes != 0) {
+    if (t_keptBytes - 1 >= kKeptBytes) [[unlikely]] {  // enough of them, or none, which may be the first of its thread
+        if (t_keptBytes != 0 || !IsWatched()) {
             ::operator delete(block);
             return;
         }
-        t_cleaner.Touch();  // the first block kept: makes sure that the thread's end frees them
     }
     auto* const kept = static_cast<FreeBlock*>(block);
     kept->next = t_lists[sizeClass];
@@ -103,5 +96,14 @@ void ReleaseKeptBlocks() noexcept {
     }
     t_keptBytes = 0;
 }
+
+KeepNoBlocks::KeepNoBlocks() noexcept {
+    ReleaseKeptBlocks();
+    t_keptBytes = kKeptBytes + 1;  // none is there to take, and there is no room for one
+}
+
+KeepNoBlocks::~KeepNoBlocks() { ReleaseKeptBlocks(); }
+
+bool KeepsBlocks() noexcept { return QVSYS_KEEP_BLOCKS && t_keptBytes <= kKeptBytes; }
 
 }  // namespace qvsys::detail

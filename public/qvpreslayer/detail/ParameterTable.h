@@ -15,9 +15,9 @@
 
 namespace qvpreslayer::detail {
 
-// A sorted array: an entry costs 16 bytes and no allocation of its own, small arrays take kept blocks, and most bags are
-// filled upwards or are small. A large one that is changed out of order moves into a tree, so that filling it in any
-// order stays cheap.
+// A sorted array: an entry costs 16 bytes and no allocation of its own, small arrays take kept blocks, and most bags
+// are filled upwards or are small. A large one that is changed out of order moves into a tree, so that filling it in
+// any order stays cheap.
 //
 // Threads: const operations may run at once; a change needs exclusion.
 class QVPRESLAYER_API ParameterTable {
@@ -30,6 +30,7 @@ public:
     };
 
     ParameterTable() noexcept;
+    ParameterTable(ParameterTable&&) noexcept;  // leaves nothing behind
     ParameterTable(const ParameterTable&) = delete;
     ParameterTable& operator=(const ParameterTable&) = delete;
     ~ParameterTable();
@@ -49,6 +50,10 @@ public:
 
     void Clear() noexcept;
 
+    bool IsEmpty() const noexcept { return m_entries.empty() && (m_tree == nullptr || m_tree->empty()); }
+
+    void Swap(ParameterTable& other) noexcept;
+
     // Calls visit(id, value) for each entry, upwards by identifier.
     template <class Visit>
     void ForEach(Visit&& visit) const {
@@ -58,19 +63,6 @@ public:
         if (m_tree) {
             for (const auto& [id, value] : *m_tree) {
                 visit(id, value);
-            }
-        }
-    }
-
-    // The same with values that may be taken away, before the table is cleared.
-    template <class Visit>
-    void ForEachValue(Visit&& visit) noexcept {
-        for (std::uint32_t i = 0; i < m_size; ++i) {
-            visit(m_entries[i].value);
-        }
-        if (m_tree) {
-            for (auto& entry : *m_tree) {
-                visit(entry.second);
             }
         }
     }

@@ -29,6 +29,19 @@ QVSYS_API void ReleaseBlock(void* block, std::size_t bytes) noexcept;
 // Frees what the calling thread keeps.
 QVSYS_API void ReleaseKeptBlocks() noexcept;
 
+// While one lives, the calling thread keeps no blocks: each comes from the allocator and goes back to it. For those who
+// count allocations, or have them fail. Not to be nested; ReleaseKeptBlocks ends it early.
+class QVSYS_API KeepNoBlocks {
+public:
+    KeepNoBlocks() noexcept;
+    KeepNoBlocks(const KeepNoBlocks&) = delete;
+    KeepNoBlocks& operator=(const KeepNoBlocks&) = delete;
+    ~KeepNoBlocks();
+};
+
+// Whether the calling thread keeps anything: not while a KeepNoBlocks lives, and not under a sanitizer.
+QVSYS_API bool KeepsBlocks() noexcept;
+
 }  // namespace qvsys::detail
 
 // Inside a class: its objects, and those of classes derived from it, take kept blocks. Types that ask for more
