@@ -6,6 +6,8 @@
 
 #include "main/command/SourceModule.h"
 
+using qvpreslayer::detail::DirectInfo;
+using qvpreslayer::detail::DirectInfoOf;
 using qvpreslayer::detail::DirectRecord;
 
 namespace {
@@ -29,7 +31,7 @@ void EagerParametersNamespace::AddValue(int pid, const TString& verboseName, con
                                         RefCntPtr<IParameterSerializer> serializer, ParameterTypeCategory kind) {
     CheckRange(pid);
     ParameterInfo& record = Record(pid, verboseName, shortName, KindToRecord(serializer, kind));
-    record.direct = qvpreslayer::detail::DirectInfoOf(serializer.Get());
+    record.direct = serializer ? DirectInfoOf(*serializer) : DirectInfo{};
     record.serializer = std::move(serializer);
     record.structureSerializer.Reset();
 }
@@ -38,7 +40,7 @@ void EagerParametersNamespace::AddStructure(int pid, const TString& verboseName,
                                             RefCntPtr<IStructureSerializer> serializer, ParameterTypeCategory kind) {
     CheckRange(pid);
     ParameterInfo& record = Record(pid, verboseName, shortName, kind);
-    record.direct = qvpreslayer::detail::DirectInfoOf(serializer.Get());
+    record.direct = serializer ? DirectInfoOf(*serializer) : DirectInfo{};
     record.structureSerializer = std::move(serializer);
     record.serializer.Reset();
 }

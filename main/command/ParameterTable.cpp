@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <span>
 
 #include <qvsys/BlockPool.h>
 
@@ -48,18 +49,6 @@ void ParameterTable::Set(int id, Value value) {
     } else {
         Insert(entry, id, std::move(value));
     }
-}
-
-void ParameterTable::TakeAscending(std::span<Entry> entries) {
-    if (m_size != 0 || m_tree || entries.empty()) {
-        for (Entry& entry : entries) {
-            Set(entry.id, std::move(entry.value));
-        }
-        return;
-    }
-    Reserve(entries.size());
-    std::uninitialized_move(entries.begin(), entries.end(), m_entries);
-    m_size = static_cast<std::uint32_t>(entries.size());
 }
 
 bool ParameterTable::Erase(int id) noexcept {

@@ -51,6 +51,13 @@ std::u16string_view JSONDocument::Text(Index node) const {
     return m_unescaped.emplace_back(Unescaped(raw));
 }
 
+std::size_t JSONDocument::FindTextAfterValue() const {
+    std::vector<JSONNode> none;
+    return JSONParser(m_text, none).FindTextAfter(m_end);
+}
+
+TextLocation JSONDocument::LocateOffset(std::size_t offset) const { return LocateUnit(m_text, offset); }
+
 TextLocation JSONDocument::Locate(Index node) const {
     const JSONNode& token = m_nodes[node];
     return LocateUnit(m_text, token.kind == JSONKind::String ? token.begin - 1 : token.begin);

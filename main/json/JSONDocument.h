@@ -50,6 +50,14 @@ public:
     // What a string or number node spells, escapes resolved. Valid as long as the document.
     std::u16string_view Text(Index node) const;
 
+    // The first unit behind the value that is no blank and no comment; the text's size where there is none.
+    std::size_t FindTextAfterValue() const;
+
+    std::size_t Size() const noexcept { return m_text.size(); }
+
+    // The place of any unit.
+    TextLocation LocateOffset(std::size_t offset) const;
+
     // Where a node stands; the path is for the caller to add.
     TextLocation Locate(Index node) const;
 

@@ -230,19 +230,37 @@ void JSONParser::TakeBlanks() {
 }
 
 void JSONParser::TakeComment() {
+    if (!TryTakeComment()) {
+        Fail();
+    }
+}
+
+// Leaves the place behind what made it clear that there is none.
+bool JSONParser::TryTakeComment() {
     ++m_at;
     std::size_t end = std::u16string_view::npos;
     if (IsAt(u'/')) {
         end = m_text.find(u'\n', m_at);
         m_at = end == std::u16string_view::npos ? m_text.size() : end + 1;
-        return;
+        return true;
     }
     if (IsAt(u'*')) {
         end = m_text.find(u"*/", m_at + 1);
         m_at = end == std::u16string_view::npos ? m_text.size() : end + 2;
     }
-    if (end == std::u16string_view::npos) {
-        Fail();
+    return end != std::u16string_view::npos;
+}
+
+std::size_t JSONParser::FindTextAfter(std::size_t at) {
+    m_at = at;
+    while (true) {
+        while (IsAt(u' ') || IsAt(u'\n') || IsAt(u'\r') || IsAt(u'\t')) {
+            ++m_at;
+        }
+        const std::size_t start = m_at;
+        if (!IsAt(u'/') || !TryTakeComment()) {
+            return start;
+        }
     }
 }
 

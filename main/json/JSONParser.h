@@ -19,6 +19,10 @@ public:
     // Takes the first value of the text and answers where it ends; JSONParseException when there is none.
     std::size_t Parse();
 
+    // From at on: the first unit that is no blank and no comment, or the text's end. A comment that is not closed
+    // counts as such a unit.
+    std::size_t FindTextAfter(std::size_t at);
+
 private:
     enum class State { Value, FirstElement, FirstName, Name, Separator, Done };
 
@@ -40,6 +44,7 @@ private:
     void TakeWord(std::u16string_view word, JSONKind kind);
     void TakeBlanks();
     void TakeComment();
+    bool TryTakeComment();
     void AddScalar(JSONKind kind, std::size_t begin, std::size_t end, bool escaped);
 
     bool AtEnd() const noexcept { return m_at == m_text.size(); }

@@ -3,8 +3,6 @@
 #include <optional>
 #include <utility>
 
-#include <cxxabi.h>
-
 #include <qvpreslayer/BuildParameterStrings.h>
 #include <qvpreslayer/ParametersRegistry.h>
 #include <qvpreslayer/PresModelBuilderSupport.h>
@@ -47,25 +45,20 @@ private:
 };
 
 // What the short way makes of a text; empty where it takes the long one, which also tells what is wrong.
-RefCntPtr<IParameters> ReadDirectly(const TString& json, const TString& namespaceName, NameForm form) {
+RefCntPtr<IParameters> ReadDirectly(const TString& json, const TString& namespaceName, NameForm form,
+                                    const IReadingDiagnostics* diagnostics) {
     ParametersRegistry* const registry = ParametersRegistry::GetInstance();
-    if (registry == nullptr) {
+    if (registry == nullptr || diagnostics != nullptr) {
         return {};
     }
     ReaderLease lease(ThreadScratch::Find());
-    try {
-        return lease.Get().Read(json, *registry, namespaceName, form);
-    } catch (const abi::__forced_unwind&) {
-        throw;  // the thread is being cancelled
-    } catch (...) {
-        return {};
-    }
+    return lease.Get().Read(json, *registry, namespaceName, form);
 }
 
-RefCntPtr<IParameters> ReadAtLength(const TString& json, const TString& namespaceName, bool shortNames,
-                                    bool lookupFlag) {
+RefCntPtr<IParameters> ReadAtLength(const TString& json, const TString& namespaceName, bool shortNames, bool lookupFlag,
+                                    IReadingDiagnostics* diagnostics) {
     const JSONDocument document(json);
-    return JSONReader(document, namespaceName, shortNames, lookupFlag).Read();
+    return JSONReader(document, namespaceName, shortNames, lookupFlag, diagnostics).Read();
 }
 
 // The text that is being written. Most are short, and of unknown length before: they are written in memory that the
@@ -169,19 +162,20 @@ void JSONSerializer::PresModelToString(RefCntPtr<const PresentationModel> model,
 
 RefCntPtr<IParameters> JSONSerializer::ToParameters(const TString& json) const {
     const bool shortNames = !PresModelBuilderSupport::UseVerboseNames();
-    if (RefCntPtr<IParameters> bag = ReadDirectly(json, m_namespace, shortNames ? NameForm::Short : NameForm::Camel)) {
+    if (RefCntPtr<IParameters> bag =
+            ReadDirectly(json, m_namespace, shortNames ? NameForm::Short : NameForm::Camel, m_diagnostics)) {
         return bag;
     }
-    return ReadAtLength(json, m_namespace, shortNames, false);
+    return ReadAtLength(json, m_namespace, shortNames, false, m_diagnostics);
 }
 
 RefCntPtr<IParameters> JSONSerializer::ToParameters(const TString& json, bool shortNames, bool lookupFlag) const {
     // Names that are spelled in one form and sought in the other go the long way.
     if (shortNames != (lookupFlag || PresModelBuilderSupport::UseVerboseNames())) {
         const NameForm form = shortNames ? NameForm::Short : NameForm::Camel;
-        if (RefCntPtr<IParameters> bag = ReadDirectly(json, m_namespace, form)) {
+        if (RefCntPtr<IParameters> bag = ReadDirectly(json, m_namespace, form, m_diagnostics)) {
             return bag;
         }
     }
-    return ReadAtLength(json, m_namespace, shortNames, lookupFlag);
+    return ReadAtLength(json, m_namespace, shortNames, lookupFlag, m_diagnostics);
 }

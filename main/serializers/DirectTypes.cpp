@@ -1,16 +1,49 @@
 #include <qvpreslayer/detail/DirectTypes.h>
 
+#include <typeindex>
+#include <typeinfo>
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
 #include <qvcore/TextNumbers.h>
 
+#include <qvpreslayer/CoreNamespace.h>
+#include <qvpreslayer/Enumerations.h>
+#include <qvpreslayer/ParameterTypeSerializer.h>
+#include <qvpreslayer/TStringSerializer.h>
 #include <qvpreslayer/detail/NumberText.h>
 
 namespace qvpreslayer::detail {
 
-IDirectSerializer::~IDirectSerializer() = default;
+namespace {
 
-DirectInfo DirectInfoOf(const RefCntObject* serializer) noexcept {
-    const auto* direct = dynamic_cast<const IDirectSerializer*>(serializer);
-    return direct == nullptr ? DirectInfo{} : direct->GetDirectInfo();
+using Infos = boost::unordered_flat_map<std::type_index, DirectInfo>;
+
+template <class... T>
+void AddTypes(Infos& infos) {
+    (infos.emplace(typeid(ParameterTypeSerializer<T>), DirectInfoFor<T>()), ...);
+}
+
+Infos MakeInfos() {
+    Infos infos;
+    AddTypes<int, unsigned int, ::Int64, ::UInt64, float, double, bool>(infos);
+    AddTypes<FieldName, QualifiedName, TUUID>(infos);
+    AddTypes<HoursDuration, MinutesDuration, SecondsDuration, MillisecondsDuration, MicrosecondsDuration,
+             NanosecondsDuration>(infos);
+    AddTypes<AggType, BoxplotStyle, CoreParameterID, DataScaling, DataType, FontWeight, ForecastModelType,
+             ForecastRangeType, ForecastStatus, ParserMode, QuorvelFontStyle>(infos);
+    AddTypes<StyleAttribute, StyleDataClass, StyleElement, StyleFieldScope, StyleSwatch, TextAlign, TextBreakMode,
+             TextDecoration, TextOrient, TextWholeLineMode, TextWrapMode, WhiskerEnd>(infos);
+    infos[typeid(TStringSerializer)].type = DirectType::String;
+    return infos;
+}
+
+}  // namespace
+
+DirectInfo DirectInfoOf(const IParameterSerializer& serializer) {
+    static const Infos s_infos = MakeInfos();
+    const auto info = s_infos.find(typeid(serializer));
+    return info == s_infos.end() ? DirectInfo{} : info->second;
 }
 
 template <class T>

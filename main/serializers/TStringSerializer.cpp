@@ -1,7 +1,5 @@
 #include <qvpreslayer/TStringSerializer.h>
 
-#include <typeinfo>
-
 #include <qvpreslayer/ParameterAccess.h>
 #include <qvpreslayer/SerializeStructure.h>
 #include <qvpreslayer/StructureScopes.h>
@@ -45,13 +43,4 @@ std::map<TString, TString> TStringSerializer::ToStringMap(RefCntPtr<const IParam
 
 RefCntPtr<IParameter> TStringSerializer::FromStringMap(const std::map<TString, TString>& texts) const {
     return MakeRefCnt<ValParameter<std::map<TString, TString>>>(texts);
-}
-
-// A derived class may convert otherwise.
-qvpreslayer::detail::DirectInfo TStringSerializer::GetDirectInfo() const noexcept {
-    qvpreslayer::detail::DirectInfo info;
-    if (typeid(*this) == typeid(TStringSerializer)) {
-        info.type = qvpreslayer::detail::DirectType::String;
-    }
-    return info;
 }

@@ -7,6 +7,7 @@
 #include <qvpreslayer/SerializeStructure.h>
 #include <qvpreslayer/StructureScopes.h>
 #include <qvpreslayer/VisitParametersStructure.h>
+#include <qvpreslayer/detail/DirectText.h>
 
 namespace {
 
@@ -96,10 +97,10 @@ RefCntPtr<IParameter> BagStructureSerializer::MakeMap(const std::map<TString, Re
     return MakeRefCnt<ValParameter<BagMap>>(std::move(bags));
 }
 
-qvpreslayer::detail::DirectInfo BagStructureSerializer::GetDirectInfo() const noexcept {
-    qvpreslayer::detail::DirectInfo info;
-    if (typeid(*this) == typeid(BagStructureSerializer) && m_form == Record) {
-        info.type = qvpreslayer::detail::DirectType::Bags;
+qvpreslayer::detail::DirectInfo qvpreslayer::detail::DirectInfoOf(const IStructureSerializer& serializer) {
+    DirectInfo info;
+    if (typeid(serializer) == typeid(BagStructureSerializer) && !serializer.IsListForm()) {
+        info.type = DirectType::Bags;
     }
     return info;
 }

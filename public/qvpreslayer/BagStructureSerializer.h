@@ -3,7 +3,6 @@
 
 #include <qvpreslayer/Export.h>
 #include <qvpreslayer/IStructureSerializer.h>
-#include <qvpreslayer/detail/DirectText.h>
 
 // Structure values are ValParameter<RefCntPtr<const IParameters>>; structure lists are ValParameter<std::vector<...>>
 // and structure maps ValParameter<std::map<TString, ...>> of RefCntPtr<const IParameters>. Null map entries are empty
@@ -12,8 +11,7 @@
 // In list form a structure is a bag that holds, under the structure's own identifier, a list of texts
 // (ValParameter<std::vector<TString>>), and is written as those texts in a list. A map entry has no list form, since
 // its braces are written already: LogicException "ownComposite || !IsListForm()".
-class QVPRESLAYER_API BagStructureSerializer : public IStructureSerializer,
-                                                public qvpreslayer::detail::IDirectSerializer {
+class QVPRESLAYER_API BagStructureSerializer : public IStructureSerializer {
 public:
     enum Form {
         Record,  // members by name
@@ -43,9 +41,6 @@ public:
     RefCntPtr<IParameter> FromParameters(int id, RefCntPtr<IParameters> bag) const override;
     RefCntPtr<IParameter> MakeList(const std::vector<RefCntPtr<IParameter>>& elements) const override;
     RefCntPtr<IParameter> MakeMap(const std::map<TString, RefCntPtr<IParameter>>& entries) const override;
-
-    // For the library's own use.
-    qvpreslayer::detail::DirectInfo GetDirectInfo() const noexcept override;
 
 private:
     Form m_form;

@@ -87,20 +87,21 @@ constexpr const EnumName<E>* FindByValue(const EnumName<E> (&names)[N], E value)
     return line != names + N && line->value == value ? line : nullptr;
 }
 
-// Where a search for name begins in a table of slots. Names of one enumeration share words: length, ends and middle tell
-// them apart best.
+// Where a search for name begins in a table of slots. Names of one enumeration share words: length, ends and middle
+// tell them apart best.
 constexpr std::size_t HashOfName(std::u16string_view name) {
     if (name.empty()) {
         return 0;
     }
     const std::size_t ends = name.front() + std::size_t{name.back()} * 0x9E37;
-    const std::size_t middle = name[name.size() / 2] * std::size_t{0x85EB} + name[name.size() / 3] * std::size_t{0xC2B3};
+    const std::size_t middle =
+        name[name.size() / 2] * std::size_t{0x85EB} + name[name.size() / 3] * std::size_t{0xC2B3};
     const std::size_t mixed = (ends + middle + name.size() * 0x27D5) * 0x9E3779B97F4A7C15u;
     return mixed >> 40;
 }
 
-// Positions in a table, plus one, by the hash of their names; a taken slot leads to the next one, 0 ends the search. Half
-// of the slots are free.
+// Positions in a table, plus one, by the hash of their names; a taken slot leads to the next one, 0 ends the search.
+// Half of the slots are free.
 template <std::size_t N>
 using EnumNameSlots = std::array<std::uint16_t, std::bit_ceil(2 * N)>;
 
@@ -187,10 +188,13 @@ struct EnumTraits : ParameterTypeTraitsBase {
         return line == nullptr ? std::u16string_view() : line->name;
     }
 
-    static Enum FromText(const TString& text) { return FromName(text); }
-    static Enum FromName(std::u16string_view name) {
-        return Lookup(name, qvpreslayer::detail::UnknownName::IsDefault);
+    // Whether the table has the name.
+    static bool IsName(std::u16string_view name) {
+        return qvpreslayer::detail::FindByName(Names, kSlots, name) != nullptr;
     }
+
+    static Enum FromText(const TString& text) { return FromName(text); }
+    static Enum FromName(std::u16string_view name) { return Lookup(name, qvpreslayer::detail::UnknownName::IsDefault); }
 
     // FromText with a choice; this library itself never asks for the strict one.
     static Enum Lookup(std::u16string_view text, qvpreslayer::detail::UnknownName unknown) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <map>
-#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -13,7 +12,6 @@
 #include <qvpreslayer/ParameterTypeTraits.h>
 #include <qvpreslayer/SerializeStructure.h>
 #include <qvpreslayer/StructureScopes.h>
-#include <qvpreslayer/detail/DirectTypes.h>
 
 // Converts ValParameter<T>, ValParameter<std::vector<T>> and ValParameter<std::map<TString, T>>.
 //
@@ -22,8 +20,7 @@
 //
 // Threads: holds no state; one object may be used from several threads at once.
 template <class T>
-class QVPRESLAYER_API ParameterTypeSerializer : public IParameterSerializer,
-                                                public qvpreslayer::detail::IDirectSerializer {
+class QVPRESLAYER_API ParameterTypeSerializer : public IParameterSerializer {
 public:
     using Traits = ParameterTypeTraits<T>;
 
@@ -90,12 +87,6 @@ public:
                 stream.ListItem(TypeToString(element));
             }
         }
-    }
-
-    // For the library's own use. Derived classes, which may convert otherwise, go the long way.
-    qvpreslayer::detail::DirectInfo GetDirectInfo() const noexcept override {
-        return typeid(*this) == typeid(ParameterTypeSerializer) ? qvpreslayer::detail::DirectInfoFor<T>()
-                                                                : qvpreslayer::detail::DirectInfo{};
     }
 
     // The text of one value, and the value of one text; both as the traits say.

@@ -3,11 +3,10 @@
 
 #include <qvpreslayer/Export.h>
 #include <qvpreslayer/IParameterSerializer.h>
-#include <qvpreslayer/detail/DirectText.h>
 
 // Converts ValParameter<TString> and its list and map: a text is its own text, unchanged. Failures of the values are
 // those of ParameterTypeSerializer; run records are ignored.
-class QVPRESLAYER_API TStringSerializer : public IParameterSerializer, public qvpreslayer::detail::IDirectSerializer {
+class QVPRESLAYER_API TStringSerializer : public IParameterSerializer {
 public:
     TStringSerializer();
     TStringSerializer(const TStringSerializer&);
@@ -22,7 +21,4 @@ public:
     void SerializeList(RefCntPtr<const IParameter> value, SerializeStructure& stream, int id) const override;
     std::map<TString, TString> ToStringMap(RefCntPtr<const IParameter> value) override;
     RefCntPtr<IParameter> FromStringMap(const std::map<TString, TString>& texts) const override;
-
-    // For the library's own use.
-    qvpreslayer::detail::DirectInfo GetDirectInfo() const noexcept override;
 };

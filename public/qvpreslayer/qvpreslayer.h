@@ -26,6 +26,7 @@
 // JSON.
 #include <qvpreslayer/JSONSerializer.h>
 #include <qvpreslayer/BuildParameterStrings.h>
+#include <qvpreslayer/IReadingDiagnostics.h>
 
 // Serializers of values and structures.
 #include <qvpreslayer/IParameterSerializer.h>

@@ -51,7 +51,7 @@ public:
             case 3:
                 return GetListSerializer(2) != nullptr && GetValueString(Text(L"x"), 101) == L"x";
             case 4:
-                return GetNamespaceInfos().at(1).second.size() == 3 && FindCamelNames(L"one") != nullptr;
+                return GetNamespaceInfos().at(1).second.size() == 3 && FindNames(L"one", true) != nullptr;
             default: {
                 const auto bag = MakeBag();
                 FromString(L"one", bag, L"first", L"x", true);

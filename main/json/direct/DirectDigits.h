@@ -30,8 +30,8 @@ inline unsigned CountDigits(const char16_t* at) {
 
 // The number that the last count digits before end spell; count is at most 8.
 inline std::uint32_t DigitsBefore(const char16_t* end, unsigned count) {
-    alignas(16) static constexpr std::uint16_t kMasks[16] = {0,      0,      0,      0,      0,      0,      0,      0,
-                                                             0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF};
+    alignas(16) static constexpr std::uint16_t kMasks[16] = {
+        0, 0, 0, 0, 0, 0, 0, 0, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF};
     const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(end - 8));
     const __m128i mask = _mm_loadu_si128(reinterpret_cast<const __m128i*>(kMasks + count));
     const __m128i digits = _mm_and_si128(_mm_sub_epi16(units, _mm_set1_epi16(u'0')), mask);
@@ -83,8 +83,8 @@ inline DigitRun TakeDigits(const char16_t* at) {
     return {value * kPowers[tail] + DigitsBefore(at + 8 + tail, tail), 8 + tail + more};
 }
 
-// How many elements a list of numbers has, from its first one at at on; about as many as the text has commas where it is
-// not closed, and too few where it holds lists.
+// How many elements a list of numbers has, from its first one at at on; about as many as the text has commas where it
+// is not closed, and too few where it holds lists.
 inline std::size_t CountElements(const char16_t* at, const char16_t* end) {
     std::size_t commas = 0;
 #if defined(__SSE2__)

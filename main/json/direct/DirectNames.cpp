@@ -8,8 +8,8 @@ using qvpreslayer::detail::INameIndex;
 
 namespace {
 
-// Whether the text at at begins with size units of name. Compares in blocks of eight units: both go on to the end of the
-// last one.
+// Whether the text at at begins with size units of name. Compares in blocks of eight units: both go on to the end of
+// the last one.
 bool StartsWith(const char16_t* at, const char16_t* name, std::size_t size) {
 #if defined(__SSE2__)
     for (std::size_t i = 0; i < size; i += 8) {

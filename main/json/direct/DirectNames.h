@@ -31,6 +31,8 @@ public:
     // the first namespace can be asked.
     bool Prepare(const ParametersRegistry& registry, const TString& namespaceName, NameForm form);
 
+    NameForm Form() const noexcept { return m_form; }
+
     // The parameter that the name at at stands for, up to its closing quotation mark; at is left behind that. previous
     // is the member before, or, with first, what the object belongs to, null for the outermost. Null, for the long way,
     // when the name is not known so.

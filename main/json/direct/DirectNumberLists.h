@@ -48,26 +48,15 @@ template <class T>
 requires std::is_same_v<T, double>
 const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, const char16_t* end,
                                  std::vector<T>& values) {
-    static constexpr UInt64 kPowers[] = {1u,
-                                         10u,
-                                         100u,
-                                         1000u,
-                                         10000u,
-                                         100000u,
-                                         1000000u,
-                                         10000000u,
-                                         100000000u,
-                                         1000000000u,
-                                         10000000000u,
-                                         100000000000u,
-                                         1000000000000u,
-                                         10000000000000u,
-                                         100000000000000u};
+    static constexpr UInt64 kPowers[] = {
+        1u,           10u,           100u,           1000u,           10000u,
+        100000u,      1000000u,      10000000u,      100000000u,      1000000000u,
+        10000000000u, 100000000000u, 1000000000000u, 10000000000000u, 100000000000000u};
     static_assert(sizeof(kPowers) / sizeof(kPowers[0]) == kExactFractionDigits + 1);
     if (at - begin < kDigitsLookbehind) {
         return at;
     }
-    const char16_t* last = at;      // the text of the last real, with the comma behind it
+    const char16_t* last = at;  // the text of the last real, with the comma behind it
     std::size_t lastSize = 0;
     while (end - at > 2 * kDigitsLookahead) {
         if (lastSize != 0 && std::memcmp(at, last, 4 * sizeof(char16_t)) == 0 &&

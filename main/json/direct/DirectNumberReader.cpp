@@ -84,21 +84,10 @@ const char16_t* DirectNumberReader::TakeReal(const char16_t* at, double& value) 
         parts.wholeDigits + parts.fractionDigits > qvcore::detail::kLargestFraction) [[unlikely]] {
         return nullptr;
     }
-    static constexpr UInt64 kPowers[] = {1u,
-                                         10u,
-                                         100u,
-                                         1000u,
-                                         10000u,
-                                         100000u,
-                                         1000000u,
-                                         10000000u,
-                                         100000000u,
-                                         1000000000u,
-                                         10000000000u,
-                                         100000000000u,
-                                         1000000000000u,
-                                         10000000000000u,
-                                         100000000000000u};
+    static constexpr UInt64 kPowers[] = {
+        1u,           10u,           100u,           1000u,           10000u,
+        100000u,      1000000u,      10000000u,      100000000u,      1000000000u,
+        10000000000u, 100000000000u, 1000000000000u, 10000000000000u, 100000000000000u};
     static_assert(std::size(kPowers) == kExactFractionDigits + 1);
     const UInt64 digits = parts.whole * kPowers[parts.fractionDigits] + parts.fraction;
     const double magnitude = qvcore::detail::DecimalToReal(digits, parts.fractionDigits);

@@ -59,8 +59,8 @@ private:
 
     void WriteBlock(const T* at, const T* end, bool first) {
         char16_t* to = m_sink.Room(static_cast<std::size_t>(end - at) * (kLongestNumber<T> + 1 + kCopySlack));
-        // The last element that was not copied from one before. Its text, not that of a copy: processors are slow to read
-        // what they have just written in other pieces.
+        // The last element that was not copied from one before. Its text, not that of a copy: processors are slow to
+        // read what they have just written in other pieces.
         [[maybe_unused]] const T* last = at;
         [[maybe_unused]] const char16_t* lastText = nullptr;
         [[maybe_unused]] std::size_t lastSize = kRepeated + 1;

@@ -7,6 +7,8 @@
 #include <type_traits>
 #include <utility>
 
+#include <cxxabi.h>
+
 #include <qvpreslayer/BagStructureSerializer.h>
 #include <qvpreslayer/PresLayerLimits.h>
 #include <qvpreslayer/ValParameter.h>
@@ -27,7 +29,7 @@ namespace {
 // Deeper texts go the long way, which keeps the stack small.
 constexpr int kDirectLevels = 64;
 
-constexpr std::size_t kKeptEntries = 4096;
+constexpr std::size_t kKeptItems = 4096;
 
 using Bag = BagStructureSerializer::Bag;
 using Bags = BagStructureSerializer::Bags;
@@ -93,103 +95,277 @@ RefCntPtr<IParameters> DirectReader::Read(const TString& json, ParametersRegistr
     m_registry = &registry;
     m_depth = 0;
     m_maxDepth = std::min(kDirectLevels, PresLayerLimits::GetJSONDepth());
-    m_entries.clear();
-    if (!Take(u'{')) {
+    m_items.clear();
+    m_keys.clear();
+    if (!ReadText()) {
         return {};
     }
-    const PresLayerLimits::ExpansionBudgetScope budget;
-    RefCntPtr<IParameters> bag = registry.CreateParameters();
-    if (!bag || !ReadBag(*bag, nullptr)) {
-        return {};
+    m_item = 0;
+    m_key = 0;
+    return MakeBag();
+}
+
+// What fails here fails again on the long way, which says why.
+bool DirectReader::ReadText() {
+    try {
+        const PresLayerLimits::ExpansionBudgetScope budget;
+        return Take(u'{') && ReadBag(nullptr, nullptr);
+    } catch (const abi::__forced_unwind&) {
+        throw;  // the thread is being cancelled
+    } catch (...) {
+        return false;
     }
-    return bag;
 }
 
 void DirectReader::Forget() noexcept {
-    m_entries.clear();
-    if (m_entries.capacity() > kKeptEntries) {
-        std::vector<Entry>().swap(m_entries);
+    m_items.clear();
+    m_keys.clear();
+    if (m_items.capacity() > kKeptItems) {
+        std::vector<Item>().swap(m_items);
+    }
+    if (m_keys.capacity() > kKeptItems) {
+        std::vector<TString>().swap(m_keys);
     }
 }
 
-bool DirectReader::ReadBag(IParameters& bag, const Record* owner) {
+// Behind the opening brace. owner is what the object belongs to, record what the item is to name: elements name
+// nothing.
+bool DirectReader::ReadBag(const Record* owner, const Record* record) {
     const Level level(*this);
-    ParameterTable* const table = PlainBags::Find(bag);
-    if (table == nullptr || level.IsTooDeep()) {
+    if (level.IsTooDeep()) {
         return false;
     }
-    const std::size_t firstEntry = m_entries.size();
+    const std::size_t position = m_items.size();
+    m_items.push_back({record, {}, 0, ItemKind::Bag});
     bool inOrder = true;
-    if (!ReadMembers(owner, inOrder) || (!inOrder && !PutInOrder(firstEntry))) {
+    std::uint32_t members = 0;
+    if (!ReadMembers(owner, members, inOrder)) {
         return false;
     }
-    const auto begin = m_entries.begin() + static_cast<std::ptrdiff_t>(firstEntry);
-    table->TakeAscending(std::span(begin, m_entries.end()));
-    m_entries.erase(begin, m_entries.end());
-    return true;
+    m_items[position].children = members;
+    return inOrder || !HasEqualMembers(position + 1, members);
 }
 
-// Clears inOrder when identifiers do not ascend, or a value is null.
-bool DirectReader::ReadMembers(const Record* owner, bool& inOrder) {
+// Clears inOrder when identifiers do not ascend.
+bool DirectReader::ReadMembers(const Record* owner, std::uint32_t& members, bool& inOrder) {
     if (Take(u'}')) {
         return true;
     }
     const Record* previous = owner;
-    bool first = true;
     do {
         if (!Take(u'"')) {
             return false;
         }
-        const Record* const parameter = m_names.Take(m_at, m_end, previous, first);
+        const Record* const parameter = m_names.Take(m_at, m_end, previous, members == 0);
         if (parameter == nullptr || !Take(u':')) {
             return false;
         }
         SkipBlanks();
-        Value value;
-        if (*m_at == u'n' && TakeWord(u"null")) {
-            inOrder = false;
-        } else if (value = ReadValue(*parameter); !value) {
+        if (!ReadMember(*parameter)) {
             return false;
         }
-        inOrder = inOrder && (first || previous->id < parameter->id);
-        m_entries.push_back({parameter->id, std::move(value)});
+        inOrder = inOrder && (members == 0 || previous->id < parameter->id);
         previous = parameter;
-        first = false;
+        ++members;
     } while (Take(u','));
     return Take(u'}');
 }
 
-// Members are applied in the order of their names, the last of equal names alone: without equal ones, and without
-// anybody to watch, the order cannot be told from another. Null values are left out. False for equal ones.
-bool DirectReader::PutInOrder(std::size_t firstEntry) {
-    const auto begin = m_entries.begin() + static_cast<std::ptrdiff_t>(firstEntry);
-    std::sort(begin, m_entries.end(), [](const Entry& left, const Entry& right) { return left.id < right.id; });
-    const auto isSame = [](const Entry& left, const Entry& right) { return left.id == right.id; };
-    if (std::adjacent_find(begin, m_entries.end(), isSame) != m_entries.end()) {
-        return false;
+// The last of equal members counts, which is for the long way to see to.
+bool DirectReader::HasEqualMembers(std::size_t firstItem, std::uint32_t members) const {
+    std::vector<int> ids;
+    ids.reserve(members);
+    std::size_t inside = 0;  // items that belong to what is inside a member
+    for (std::size_t item = firstItem; item != m_items.size(); ++item) {
+        if (inside != 0) {
+            --inside;
+        } else {
+            ids.push_back(m_items[item].record->id);
+        }
+        inside += m_items[item].children;
     }
-    const auto isNull = [](const Entry& entry) { return !entry.value; };
-    m_entries.erase(std::remove_if(begin, m_entries.end(), isNull), m_entries.end());
-    return true;
+    std::sort(ids.begin(), ids.end());
+    return std::adjacent_find(ids.begin(), ids.end()) != ids.end();
 }
 
-DirectReader::Value DirectReader::ReadValue(const Record& parameter) {
+bool DirectReader::ReadMember(const Record& parameter) {
+    if (*m_at == u'n' && TakeWord(u"null")) {
+        m_items.push_back({&parameter, {}, 0, ItemKind::Null});
+        return true;
+    }
+    Value value;
     switch (parameter.kind) {
         case PTC_Text:
         case PTC_Number:
         case PTC_Bool:
-            return ReadScalar(parameter);
+            value = ReadScalar(parameter);
+            break;
         case PTC_List:
-            return ReadList(parameter);
+            value = ReadList(parameter);
+            break;
         case PTC_Map:
-            return ReadMap(parameter);
+            value = ReadMap(parameter);
+            break;
         case PTC_Bag:
-            if (RefCntPtr<IParameters> bag = ReadNested(parameter)) {
-                return MakeRefCnt<BagParameter>(Bag(std::move(bag)));
-            }
-            return {};
+            return Take(u'{') && ReadBag(&parameter, &parameter);
+        case PTC_Structure:
+            return parameter.type == DirectType::Bags && Take(u'{') && ReadBag(&parameter, &parameter);
+        case PTC_StructureList:
+            return parameter.type == DirectType::Bags && ReadBags(parameter);
+        case PTC_StructureMap:
+            return parameter.type == DirectType::Bags && ReadBagMap(parameter);
         default:
-            return parameter.type == DirectType::Bags ? ReadStructure(parameter) : Value();
+            break;
+    }
+    if (!value) {
+        return false;
+    }
+    m_items.push_back({&parameter, std::move(value), 0, ItemKind::Value});
+    return true;
+}
+
+bool DirectReader::ReadBags(const Record& parameter) {
+    const Level level(*this);
+    if (level.IsTooDeep() || !Take(u'[')) {
+        return false;
+    }
+    const std::size_t position = m_items.size();
+    m_items.push_back({&parameter, {}, 0, ItemKind::Bags});
+    if (Take(u']')) {
+        return true;
+    }
+    std::uint32_t elements = 0;
+    do {
+        if (!Take(u'{') || !ReadBag(&parameter, nullptr)) {
+            return false;
+        }
+        ++elements;
+    } while (Take(u','));
+    m_items[position].children = elements;
+    return Take(u']');
+}
+
+// Keys stand as they are, and ascend, as they are written.
+bool DirectReader::ReadBagMap(const Record& parameter) {
+    const Level level(*this);
+    if (level.IsTooDeep() || !Take(u'{')) {
+        return false;
+    }
+    const std::size_t position = m_items.size();
+    m_items.push_back({&parameter, {}, 0, ItemKind::BagMap});
+    if (Take(u'}')) {
+        return true;
+    }
+    std::u16string_view lastKey;
+    std::uint32_t entries = 0;
+    do {
+        std::u16string_view key;
+        if (!Take(u'"') || !TakePlainString(key) || (entries != 0 && key <= lastKey) || !Take(u':')) {
+            return false;
+        }
+        lastKey = key;
+        m_keys.emplace_back(key);
+        SkipBlanks();
+        if (*m_at == u'n' && TakeWord(u"null")) {
+            m_items.push_back({nullptr, {}, 0, ItemKind::Null});
+        } else if (!Take(u'{') || !ReadBag(&parameter, nullptr)) {
+            return false;
+        }
+        ++entries;
+    } while (Take(u','));
+    m_items[position].children = entries;
+    return Take(u'}');
+}
+
+RefCntPtr<IParameters> DirectReader::MakeBag() {
+    const std::uint32_t members = m_items[m_item++].children;
+    RefCntPtr<IParameters> bag = m_registry->CreateParameters();
+    Fill(*bag, members);
+    return bag;
+}
+
+void DirectReader::Fill(IParameters& bag, std::uint32_t members) {
+    ParameterTable* const table = PlainBags::Find(bag);
+    if (table == nullptr) {
+        FillInNameOrder(bag, members);
+        return;
+    }
+    table->Reserve(members);
+    for (; members != 0; --members) {
+        if (m_items[m_item].kind == ItemKind::Null) {
+            ++m_item;
+            continue;
+        }
+        const int id = m_items[m_item].record->id;
+        table->Set(id, MakeValue());
+    }
+}
+
+// Members are stored in the order of their names. A nested bag stands in its place while it is being filled.
+void DirectReader::FillInNameOrder(IParameters& bag, std::uint32_t members) {
+    std::vector<std::pair<std::u16string_view, std::size_t>> order;
+    for (; members != 0; --members) {
+        const ParameterInfo& info = *m_items[m_item].record->info;
+        order.emplace_back(m_names.Form() == NameForm::Camel ? info.camelName : info.shortName, m_item);
+        SkipItem();
+    }
+    std::sort(order.begin(), order.end());
+    const std::size_t behind = m_item;
+    for (const auto& [name, item] : order) {
+        m_item = item;
+        const Record& parameter = *m_items[item].record;
+        if (m_items[item].kind == ItemKind::Null) {
+            continue;
+        }
+        if (m_items[item].kind != ItemKind::Bag) {
+            bag.SetParameter(parameter.id, MakeValue());
+            continue;
+        }
+        const std::uint32_t inside = m_items[m_item++].children;
+        const RefCntPtr<IParameters> nested = m_registry->CreateParameters();
+        bag.SetParameter(parameter.id, MakeRefCnt<BagParameter>(Bag(nested)));
+        Fill(*nested, inside);
+        if (parameter.kind == PTC_Structure) {
+            bag.SetParameter(parameter.id, MakeRefCnt<BagParameter>(Bag(nested)));
+        }
+    }
+    m_item = behind;
+}
+
+void DirectReader::SkipItem() {
+    for (std::size_t left = 1; left != 0; --left) {
+        left += m_items[m_item++].children;
+    }
+}
+
+DirectReader::Value DirectReader::MakeValue() {
+    Item& item = m_items[m_item];
+    switch (item.kind) {
+        case ItemKind::Bag:
+            return MakeRefCnt<BagParameter>(Bag(MakeBag()));
+        case ItemKind::Bags: {
+            ++m_item;
+            Bags bags;
+            bags.reserve(item.children);
+            for (std::uint32_t left = item.children; left != 0; --left) {
+                bags.push_back(MakeBag());
+            }
+            return MakeRefCnt<ValParameter<Bags>>(std::move(bags));
+        }
+        case ItemKind::BagMap: {
+            ++m_item;
+            BagMap bags;
+            for (std::uint32_t left = item.children; left != 0; --left) {
+                TString key = std::move(m_keys[m_key++]);
+                const bool isNull = m_items[m_item].kind == ItemKind::Null;
+                m_item += isNull ? 1 : 0;
+                bags.emplace_hint(bags.end(), std::move(key), isNull ? Bag() : Bag(MakeBag()));
+            }
+            return MakeRefCnt<ValParameter<BagMap>>(std::move(bags));
+        }
+        default:
+            ++m_item;
+            return std::move(item.value);
     }
 }
 
@@ -252,87 +428,6 @@ DirectReader::Value DirectReader::ReadList(const Record& parameter) {
         default:
             return {};
     }
-}
-
-DirectReader::Value DirectReader::ReadStructure(const Record& parameter) {
-    switch (parameter.kind) {
-        case PTC_Structure:
-            if (RefCntPtr<IParameters> bag = ReadNested(parameter)) {
-                return MakeRefCnt<BagParameter>(Bag(std::move(bag)));
-            }
-            return {};
-        case PTC_StructureList:
-            return ReadBags(parameter);
-        case PTC_StructureMap:
-            return ReadBagMap(parameter);
-        default:
-            return {};
-    }
-}
-
-RefCntPtr<IParameters> DirectReader::ReadNested(const Record& parameter) {
-    if (!Take(u'{')) {
-        return {};
-    }
-    RefCntPtr<IParameters> bag = m_registry->CreateParameters();
-    if (!bag || !ReadBag(*bag, &parameter)) {
-        return {};
-    }
-    return bag;
-}
-
-DirectReader::Value DirectReader::ReadBags(const Record& parameter) {
-    const Level level(*this);
-    if (level.IsTooDeep() || !Take(u'[')) {
-        return {};
-    }
-    Bags bags;
-    if (!Take(u']')) {
-        do {
-            RefCntPtr<IParameters> bag = ReadNested(parameter);
-            if (!bag) {
-                return {};
-            }
-            bags.push_back(std::move(bag));
-        } while (Take(u','));
-        if (!Take(u']')) {
-            return {};
-        }
-    }
-    return MakeRefCnt<ValParameter<Bags>>(std::move(bags));
-}
-
-DirectReader::Value DirectReader::ReadBagMap(const Record& parameter) {
-    const Level level(*this);
-    if (level.IsTooDeep() || !Take(u'{')) {
-        return {};
-    }
-    BagMap bags;
-    if (!Take(u'}')) {
-        do {
-            std::u16string_view key;
-            if (!Take(u'"') || !TakePlainString(key) || !Take(u':')) {
-                return {};
-            }
-            SkipBlanks();
-            RefCntPtr<IParameters> bag;
-            if (*m_at != u'n' || !TakeWord(u"null")) {
-                bag = ReadNested(parameter);
-                if (!bag) {
-                    return {};
-                }
-            }
-            const std::size_t size = bags.size();
-            bags.emplace_hint(bags.end(), key, std::move(bag));
-            if (bags.size() == size) {
-                return {};
-            }
-        } while (Take(u','));
-        if (!Take(u'}')) {
-            return {};
-        }
-    }
-    return MakeRefCnt<ValParameter<BagMap>>(std::move(bags));
 }
 
 // Keys stand as they are.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -12,19 +13,21 @@
 #include <qvpreslayer/IParameters.h>
 #include <qvpreslayer/ParametersRegistry.h>
 #include <qvpreslayer/detail/DirectText.h>
-#include <qvpreslayer/detail/ParameterTable.h>
 
 #include "main/json/direct/DirectNames.h"
 #include "main/json/direct/DirectNumberReader.h"
 
 // Makes the bag that JSONReader makes of a valid text whose parameters are of the library's own types. Everything else
-// goes the long way, from the start of the text: what is not valid, comments, host serializers and bags of a class that
-// watches its values, names twice in one object, values of another kind than registered, namespaces that have not been
-// filled yet. So every failure is that of the long way, and the order in which host code is called, since there is
-// none to be called but the making of bags.
+// goes the long way, from the start of the text: what is not valid, comments, host serializers, names twice in one
+// object, values of another kind than registered, namespaces that have not been filled yet. So every failure is that of
+// the long way.
+//
+// The text is read before the first bag is made, so that the host makes as many bags as on the long way and none for a
+// text that goes there. Where its bags watch what is stored in them, values come in the order of their names.
 class DirectReader {
 public:
-    // The bag; empty for the long way. May be called again for another text, which is faster than a new reader.
+    // The bag; empty for the long way. May be called again for another text, which is faster than a new reader. What
+    // the host throws while it makes bags passes.
     RefCntPtr<IParameters> Read(const TString& json, ParametersRegistry& registry, const TString& namespaceName,
                                 NameForm form);
 
@@ -32,24 +35,38 @@ public:
     void Forget() noexcept;
 
 private:
-    using Entry = qvpreslayer::detail::ParameterTable::Entry;
     using Record = qvpreslayer::detail::DirectRecord;
     using Value = RefCntPtr<IParameter>;
     class Level;
     class StringTexts;
 
-    // Each reads on from m_at. False, or an empty value, stands for the long way.
-    bool ReadBag(IParameters& bag, const Record* owner);
-    bool ReadMembers(const Record* owner, bool& inOrder);
-    bool PutInOrder(std::size_t firstEntry);
-    Value ReadValue(const Record& parameter);
+    enum class ItemKind : unsigned char {
+        Value,
+        Null,    // a member or entry that is null
+        Bag,     // its members follow
+        Bags,    // its elements follow, each a Bag
+        BagMap,  // its entries follow, each a Bag or Null, in the order of their keys
+    };
+
+    // A piece of the text, before what is inside it.
+    struct Item {
+        const Record* record;    // null for elements and entries
+        Value value;             // of ItemKind::Value
+        std::uint32_t children;  // right inside it
+        ItemKind kind;
+    };
+
+    // Reading: each reads on from m_at. False, or an empty value, stands for the long way.
+    bool ReadText();
+    bool ReadBag(const Record* owner, const Record* memory);
+    bool ReadMembers(const Record* owner, std::uint32_t& members, bool& inOrder);
+    bool HasEqualMembers(std::size_t firstItem, std::uint32_t members) const;
+    bool ReadMember(const Record& parameter);
+    bool ReadBags(const Record& parameter);
+    bool ReadBagMap(const Record& parameter);
     Value ReadScalar(const Record& parameter);
     Value ReadList(const Record& parameter);
     Value ReadMap(const Record& parameter);
-    Value ReadStructure(const Record& parameter);
-    RefCntPtr<IParameters> ReadNested(const Record& parameter);
-    Value ReadBags(const Record& parameter);
-    Value ReadBagMap(const Record& parameter);
     template <class T>
     Value ReadNumber();
     template <class T>
@@ -64,6 +81,13 @@ private:
     Value ReadStrings();
     bool TakeString(TString& text);
     bool TakePlainString(std::u16string_view& text);
+
+    // Making: each takes items from m_item on.
+    RefCntPtr<IParameters> MakeBag();
+    void Fill(IParameters& bag, std::uint32_t members);
+    void FillInNameOrder(IParameters& bag, std::uint32_t members);
+    Value MakeValue();
+    void SkipItem();
 
     // What stands between values.
     void SkipBlanks() {
@@ -83,7 +107,10 @@ private:
     ParametersRegistry* m_registry = nullptr;
     DirectNames m_names;
     DirectNumberReader m_numbers{nullptr, nullptr};
-    std::vector<Entry> m_entries;  // of the objects that are being read, the innermost last
+    std::vector<Item> m_items;    // of the text, in its order
+    std::vector<TString> m_keys;  // of entries of structure maps
+    std::size_t m_item = 0;       // the next to become part of a bag
+    std::size_t m_key = 0;
     int m_depth = 0;
     int m_maxDepth = 0;
 };

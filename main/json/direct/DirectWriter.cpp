@@ -11,6 +11,7 @@
 
 #include <qvpreslayer/BagStructureSerializer.h>
 #include <qvpreslayer/CoreNamespace.h>
+#include <qvpreslayer/PresModelBuilderSupport.h>
 #include <qvpreslayer/ValParameter.h>
 #include <qvpreslayer/VisitParametersStructure.h>
 #include <qvpreslayer/detail/BagLevel.h>
@@ -150,6 +151,7 @@ void DirectWriter::HandOver(const IParameters& bag, int id, const RefCntPtr<IPar
                               m_compressArrays)
         .VisitParameter(id, value);
     m_sink.Reload();
+    m_optionsMayDiffer = true;
 }
 
 void DirectWriter::HandOverAll(const Bag& bag) {
@@ -318,9 +320,9 @@ bool DirectWriter::WriteNumbers(const Record& parameter, const IParameter& value
 
 bool DirectWriter::WriteTexts(const Record& parameter, const IParameter& value, bool first) {
     const auto* texts = parameter.type == DirectType::String ? Exactly<std::vector<TString>>(value) : nullptr;
-    const std::size_t size = texts != nullptr                            ? texts->size()
-                             : parameter.type == DirectType::Text      ? parameter.text->listSize(value)
-                                                                         : qvpreslayer::detail::DirectTextType::kNoList;
+    const std::size_t size = texts != nullptr                     ? texts->size()
+                             : parameter.type == DirectType::Text ? parameter.text->listSize(value)
+                                                                  : qvpreslayer::detail::DirectTextType::kNoList;
     if (size == qvpreslayer::detail::DirectTextType::kNoList) {
         return false;
     }
@@ -364,8 +366,7 @@ void DirectWriter::PutKey(const TString& key, bool first) {
 }
 
 bool DirectWriter::WriteMap(const Record& parameter, const IParameter& value, bool first) {
-    const auto* entries =
-        parameter.type == DirectType::String ? Exactly<std::map<TString, TString>>(value) : nullptr;
+    const auto* entries = parameter.type == DirectType::String ? Exactly<std::map<TString, TString>>(value) : nullptr;
     if (entries == nullptr) {
         return false;
     }
@@ -388,9 +389,16 @@ void DirectWriter::WriteNested(const Bag& bag) {
     m_sink.Put(u'}');
 }
 
+// Nested bags, other than structures, are written under the options in force where they begin. Nobody but host code
+// changes them meanwhile.
+bool DirectWriter::HaveOptionsChanged() const {
+    return m_optionsMayDiffer && (PresModelBuilderSupport::UseVerboseNames() != m_useVerboseNames ||
+                                  PresModelBuilderSupport::CompressArrays() != m_compressArrays);
+}
+
 bool DirectWriter::WriteBag(const Record& parameter, const IParameter& value, bool first) {
     const Bag* bag = Exactly<Bag>(value);
-    if (bag == nullptr || !CanNest(*bag)) {
+    if (bag == nullptr || !CanNest(*bag) || (parameter.kind == PTC_Bag && HaveOptionsChanged())) {
         return false;
     }
     m_sink.Accept(StartMember(parameter, first, 0));

@@ -54,6 +54,7 @@ private:
     bool WriteText(const Record& parameter, std::u16string_view text, bool first);
     bool WriteTexts(const Record& parameter, const IParameter& value, bool first);
     void PutKey(const TString& key, bool first);
+    bool HaveOptionsChanged() const;
     void WriteNested(const Bag& bag);
     bool CanNest(const Bag& bag);
     bool CanPack(int tag) const;
@@ -67,6 +68,7 @@ private:
     const ParametersRegistry& m_registry;
     bool m_useVerboseNames;
     bool m_compressArrays;
+    bool m_optionsMayDiffer = false;  // host code has run
     bool m_hasUnserializable;
     bool m_guesses;                   // without it, an identifier may belong to another namespace than the one before
     const Record* m_first = nullptr;  // that the last bag began with

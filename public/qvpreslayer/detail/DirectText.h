@@ -1,8 +1,8 @@
 // The short way between typed values and text. Not for callers.
 //
-// Values of the library's own types need no text of their own on the way into a document or out of one. Whoever makes or
-// reads documents asks the registry how the values of a parameter go the short way, and falls back to events and texts
-// for every value, and every type, that does not. What comes out is the same either way.
+// Values of the library's own types need no text of their own on the way into a document or out of one. Whoever makes
+// or reads documents asks the registry how the values of a parameter go the short way, and falls back to events and
+// texts for every value, and every type, that does not. What comes out is the same either way.
 #pragma once
 
 #include <cstddef>
@@ -19,6 +19,8 @@
 #include <qvpreslayer/IParameter.h>
 #include <qvpreslayer/ParameterTypeCategory.h>
 
+class IParameterSerializer;
+class IStructureSerializer;
 struct ParameterInfo;
 
 namespace qvpreslayer::detail {
@@ -67,13 +69,16 @@ struct DirectTextType {
     std::size_t (*listSize)(const IParameter& value);
     std::u16string_view (*elementText)(const IParameter& list, std::size_t position, TextScratch& scratch);
 
+    // Whether a text is the name of a value, for enumerations, which read others as a default; null for other types.
+    bool (*isName)(std::u16string_view text);
+
     // A single value, or a list, from texts; empty when one does not fit.
     RefCntPtr<IParameter> (*fromText)(std::u16string_view text);
     RefCntPtr<IParameter> (*fromTexts)(ITextSource& texts);
 };
 
-// What the short way needs of a parameter, side by side for the parameters of a namespace in the order of identifiers: in
-// documents one mostly follows the other.
+// What the short way needs of a parameter, side by side for the parameters of a namespace in the order of identifiers:
+// in documents one mostly follows the other.
 struct DirectRecord {
     static constexpr std::size_t kNameUnits = 40;
 
@@ -82,29 +87,22 @@ struct DirectRecord {
     int id = std::numeric_limits<int>::min();
     ParameterTypeCategory kind = PTC_None;
     DirectType type = DirectType::None;
-    bool isFoundByNames = false;      // the namespace finds it by the names that it has now, and documents spell them so
-    std::uint16_t nameSize = 0;       // of the camel-case name; more than kNameUnits where it is not held here
-    char16_t name[kNameUnits] = {};   // filled up with zeros
+    bool isFoundByNames = false;     // the namespace finds it by the names that it has now, and documents spell them so
+    std::uint16_t nameSize = 0;      // of the camel-case name; more than kNameUnits where it is not held here
+    char16_t name[kNameUnits] = {};  // filled up with zeros
 };
 
 // What the registry keeps of each parameter for the short way.
 struct DirectInfo {
     DirectType type = DirectType::None;
-    const DirectTextType* text = nullptr;    // for DirectType::Text
-    const DirectRecord* record = nullptr;    // null until the namespace is filled
+    const DirectTextType* text = nullptr;  // for DirectType::Text
+    const DirectRecord* record = nullptr;  // null until the namespace is filled
 };
 
-// Serializers that can tell how their values go the short way.
-class QVPRESLAYER_API IDirectSerializer {
-public:
-    virtual DirectInfo GetDirectInfo() const noexcept = 0;
-
-protected:
-    virtual ~IDirectSerializer();
-};
-
-// What a serializer tells; DirectType::None for a host's own, and for null.
-QVPRESLAYER_API DirectInfo DirectInfoOf(const RefCntObject* serializer) noexcept;
+// How the values of a serializer go the short way. Only serializers that are exactly of one of the library's own
+// classes do: a derived class may convert otherwise.
+QVPRESLAYER_API DirectInfo DirectInfoOf(const IParameterSerializer& serializer);
+QVPRESLAYER_API DirectInfo DirectInfoOf(const IStructureSerializer& serializer);
 
 // Implemented by visitors that can take values as they are, beside IStructuredParameterVisitor.
 class IDirectVisitor {

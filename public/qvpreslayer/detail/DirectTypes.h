@@ -1,5 +1,4 @@
-// How each type of value goes the short way (see DirectText.h), worked out by the compiler. Included by
-// ParameterTypeSerializer.h; not for callers.
+// How each type of value goes the short way (see DirectText.h), worked out by the compiler. Not for callers.
 #pragma once
 
 #include <concepts>
@@ -26,8 +25,8 @@ struct DirectTraits {};
 template <class E>
 concept TableEnum = std::is_enum_v<E> && requires {
     typename ParameterTypeTraits<E>::Table;
-    requires &ParameterTypeTraits<E>::ToText == &ParameterTypeTraits<E>::Table::ToText;
-    requires &ParameterTypeTraits<E>::FromText == &ParameterTypeTraits<E>::Table::FromText;
+    requires& ParameterTypeTraits<E>::ToText == &ParameterTypeTraits<E>::Table::ToText;
+    requires& ParameterTypeTraits<E>::FromText == &ParameterTypeTraits<E>::Table::FromText;
 };
 
 template <TableEnum E>
@@ -49,7 +48,8 @@ struct QVPRESLAYER_API DirectDuration {
 template <class Rep, class Period>
 requires std::derived_from<ParameterTypeTraits<std::chrono::duration<Rep, Period>>,
                            DurationTraits<std::chrono::duration<Rep, Period>>>
-struct DirectTraits<std::chrono::duration<Rep, Period>> : DirectDuration<std::chrono::duration<Rep, Period>> {};
+struct DirectTraits<std::chrono::duration<Rep, Period>> : DirectDuration<std::chrono::duration<Rep, Period>> {
+};
 
 template <>
 struct QVPRESLAYER_API DirectTraits<TUUID> {
@@ -119,7 +119,15 @@ struct DirectTextOperations {
         return MakeRefCnt<ValParameter<std::vector<T>>>(std::move(values));
     }
 
-    static constexpr DirectTextType kTable{&ValueText, &ListSize, &ElementText, &FromText, &FromTexts};
+    static constexpr bool (*GetIsName())(std::u16string_view) {
+        if constexpr (TableEnum<T>) {
+            return &ParameterTypeTraits<T>::IsName;
+        } else {
+            return nullptr;
+        }
+    }
+
+    static constexpr DirectTextType kTable{&ValueText, &ListSize, &ElementText, GetIsName(), &FromText, &FromTexts};
 };
 
 template <class T>

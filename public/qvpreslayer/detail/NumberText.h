@@ -49,11 +49,12 @@ inline char16_t* WriteFourDigits(char16_t* to, std::uint32_t value) {
 inline __m128i SplitEightDigits(std::uint32_t value) {
     const std::uint32_t high = value / 10000;
     const std::uint32_t low = value - high * 10000;
-    const __m128i halves = _mm_unpacklo_epi64(_mm_cvtsi32_si128(static_cast<int>(high)),
-                                              _mm_cvtsi32_si128(static_cast<int>(low)));
+    const __m128i halves =
+        _mm_unpacklo_epi64(_mm_cvtsi32_si128(static_cast<int>(high)), _mm_cvtsi32_si128(static_cast<int>(low)));
     const __m128i shifted = _mm_slli_epi64(halves, 2);
     const __m128i pairs = _mm_shufflelo_epi16(_mm_shufflehi_epi16(shifted, 0), 0);
-    const __m128i divided = _mm_mulhi_epu16(pairs, _mm_setr_epi16(8389, 5243, 13108, -32768, 8389, 5243, 13108, -32768));
+    const __m128i divided =
+        _mm_mulhi_epu16(pairs, _mm_setr_epi16(8389, 5243, 13108, -32768, 8389, 5243, 13108, -32768));
     const __m128i quotients =
         _mm_mulhi_epu16(divided, _mm_setr_epi16(1 << 7, 1 << 11, 1 << 13, -32768, 1 << 7, 1 << 11, 1 << 13, -32768));
     const __m128i tenfold = _mm_mullo_epi16(quotients, _mm_set1_epi16(10));

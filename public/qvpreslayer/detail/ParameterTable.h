@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <span>
 #include <utility>
 
 #include <qvsys/RefCntPtr.h>
@@ -41,16 +40,15 @@ public:
     // Stores a value that is not null, in place of any earlier one. Without memory nothing changes.
     void Set(int id, Value value);
 
-    // Stores all of entries, which ascend and are not null, and leaves null pointers there. Without memory some may be
-    // stored and others not.
-    void TakeAscending(std::span<Entry> entries);
+    // Makes room for so many entries.
+    void Reserve(std::size_t entries);
 
     // Removes the entry; answers whether there was one.
     bool Erase(int id) noexcept;
 
     void Clear() noexcept;
 
-    bool IsEmpty() const noexcept { return m_entries.empty() && (m_tree == nullptr || m_tree->empty()); }
+    bool IsEmpty() const noexcept { return m_size == 0 && (m_tree == nullptr || m_tree->empty()); }
 
     void Swap(ParameterTable& other) noexcept;
 
@@ -75,7 +73,6 @@ private:
 
     Entry* LowerBound(int id) const noexcept;
     void Insert(Entry* before, int id, Value value);
-    void Reserve(std::size_t entries);
     void RemoveArray() noexcept;
     void MoveIntoTree();
     bool TryMoveIntoTree() noexcept;

@@ -32,11 +32,12 @@ public:
 
     void operator()(Run<T> run) {
         // Lengths travel in 32 bits; a longer run goes in pieces.
-        while (run.length > kLongestRun) [[unlikely]] {
-            WriteNested(Run<T>{run.first, kLongestRun, run.step, run.descending});
-            run.first = run.At(kLongestRun);
-            run.length -= kLongestRun;
-        }
+        while (run.length > kLongestRun)
+            [[unlikely]] {
+                WriteNested(Run<T>{run.first, kLongestRun, run.step, run.descending});
+                run.first = run.At(kLongestRun);
+                run.length -= kLongestRun;
+            }
         if (run.length < static_cast<std::size_t>(DataSerializerHelpers::kRLERunThreshold)) {
             WritePlain(run);
         } else {
