@@ -7,7 +7,6 @@
 
 #include <qvcore/TextNumbers.h>
 
-#include <qvpreslayer/CoreNamespace.h>
 #include <qvpreslayer/Enumerations.h>
 #include <qvpreslayer/ParameterTypeSerializer.h>
 #include <qvpreslayer/TStringSerializer.h>
@@ -30,7 +29,7 @@ Infos MakeInfos() {
     AddTypes<FieldName, QualifiedName, TUUID>(infos);
     AddTypes<HoursDuration, MinutesDuration, SecondsDuration, MillisecondsDuration, MicrosecondsDuration,
              NanosecondsDuration>(infos);
-    AddTypes<AggType, BoxplotStyle, CoreParameterID, DataScaling, DataType, FontWeight, ForecastModelType,
+    AddTypes<AggType, BoxplotStyle, DataScaling, DataType, FontWeight, ForecastModelType,
              ForecastRangeType, ForecastStatus, ParserMode, QuorvelFontStyle>(infos);
     AddTypes<StyleAttribute, StyleDataClass, StyleElement, StyleFieldScope, StyleSwatch, TextAlign, TextBreakMode,
              TextDecoration, TextOrient, TextWholeLineMode, TextWrapMode, WhiskerEnd>(infos);

@@ -35,7 +35,16 @@ TEST_F(ReadingDiagnostics, NothingIsToldOfAPlainText) {
 }
 
 TEST_F(ReadingDiagnostics, UnknownNamesOfEnumerations) {
-    EXPECT_EQ("unknown name 41 @29 /paramTypeList/1\n", NotesOf(R"({"paramTypeList": ["int-rle","int"]})"));
+    m_registry.Add(L"style", 2000, 2099, [](AbstractParamAdder& adder) {
+        adder.AddSimple(2001, L"align", L"al", new ParameterTypeSerializer<TextAlign>);
+        adder.AddList(2002, L"aligns", L"as", new ParameterTypeSerializer<TextAlign>);
+        adder.AddMap(2003, L"by-key", L"bk", new ParameterTypeSerializer<TextAlign>);
+    });
+    m_json = JSONSerializer(L"style");
+    EXPECT_EQ("", NotesOf(R"({"align": "left"})"));
+    EXPECT_EQ("unknown name 2001 @10 /align\n", NotesOf(R"({"align": "Left"})"));
+    EXPECT_EQ("unknown name 2002 @18 /aligns/1\n", NotesOf(R"({"aligns":["left","up","left"]})"));
+    EXPECT_EQ("unknown name 2003 @15 /byKey/k\n", NotesOf(R"({"byKey":{"k": "up"}})"));
 }
 
 TEST_F(ReadingDiagnostics, DuplicateMembers) {
