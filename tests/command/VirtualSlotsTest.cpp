@@ -139,7 +139,7 @@ TEST(VirtualSlots, TablesAreWhatThePointersSay) {
     const RefCntPtr<IParameter> value = MakeRefCnt<BagParameter>(RefCntPtr<const IParameters>());
     using Question = bool (*)(const IParameter*);
     Question* table = nullptr;
-    std::memcpy(&table, value.Get(), sizeof(table));
+    std::memcpy(&table, static_cast<const void*>(value.Get()), sizeof(table));
     EXPECT_TRUE(table[kFirst + 1](value.Get()));   // IsNull
     EXPECT_FALSE(table[kFirst + 2](value.Get()));  // IsMarked
 }
