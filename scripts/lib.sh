@@ -21,6 +21,11 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
         libgmock-dev:gmock/gmock.h
         librapidcheck-dev:rapidcheck.h
         libboost-json1.81-dev:boost/json.hpp
+        libcli11-dev:CLI/CLI.hpp
+        nlohmann-json3-dev:nlohmann/json.hpp
+        libkainjow-mustache-dev:kainjow/mustache.hpp
+        libcsv-dev:csv.h
+        parallel:parallel
     )
     kBenchPackages=(libbenchmark-dev:benchmark/benchmark.h)
     # Who the comparison measures beside; any of them may be missing.
@@ -36,6 +41,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
     kFormatPackages=(clang-format-14:clang-format-14)
     kClangPackages=(clang:clang++)
     kTidyPackages=(clang-tidy-14:clang-tidy-14)
+    kPagePackages=(chromium:chromium nodejs:node npm:npm)
 }
 
 say() { printf '%s\n' "$*" >&2; }
