@@ -25,6 +25,11 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
         rapidjson-dev:rapidjson/document.h
         nlohmann-json3-dev:nlohmann/json.hpp
         locales:/usr/share/i18n/locales/tr_TR
+        libcli11-dev:CLI/CLI.hpp
+        nlohmann-json3-dev:nlohmann/json.hpp
+        libkainjow-mustache-dev:kainjow/mustache.hpp
+        libcsv-dev:csv.h
+        parallel:parallel
     )
     kBenchPackages=(libbenchmark-dev:benchmark/benchmark.h)
     # Who the comparison measures beside; any of them may be missing.
@@ -50,6 +55,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
     kCoveragePackages=(gcovr:gcovr)
     kFuzzPackages=(clang:clang++ "libclang-rt-dev:libclang_rt.fuzzer-$(uname -m).a")
     kTidyPackages=(clang-tidy-14:clang-tidy-14)
+    kPagePackages=(chromium:chromium nodejs:node npm:npm)
 }
 
 say() { printf '%s\n' "$*" >&2; }

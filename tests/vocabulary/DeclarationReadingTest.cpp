@@ -189,4 +189,7 @@ TEST(VocabularyLookups, TheNamespaceWhoseNameSortsFirstCovers) {
     EXPECT_EQ(L"a", vocabulary.FindCovering(30)->name);
     EXPECT_EQ(nullptr, vocabulary.FindCovering(31));
     EXPECT_EQ(L"qvcore", vocabulary.FindCovering(kCoreNamespaceLastID)->name);
+    EXPECT_EQ(L"param-type", vocabulary.FindId(static_cast<int>(CoreParameterID::ParamType))->name);
+    EXPECT_EQ(nullptr, vocabulary.FindId(11));
+    EXPECT_EQ(nullptr, vocabulary.FindId(31));
 }

@@ -103,11 +103,10 @@ TEST(CppHeader, TheWholeOfASmallOne) {
             {"id": 1004, "name": "range", "short": "ra", "kind": "structure-list", "form": "list"}]}],
         "unserializable": [-5]})");
     EXPECT_EQ(R"(// Made from chart.json by qvpres generate --cpp; do not edit.
+// clang-format off
 //
 // Charts
 #pragma once
-
-// clang-format off
 
 #include <qvpreslayer/qvpreslayer.h>
 

@@ -1,6 +1,7 @@
 #include "tools/vocabulary/Comparison.h"
 
 #include <algorithm>
+#include <set>
 
 namespace qvpres {
 
@@ -191,9 +192,10 @@ const NamespaceDeclaration* FindDeclared(const Vocabulary& vocabulary, const TSt
     return found == all.end() ? nullptr : &*found;
 }
 
+// As a set: neither order nor repetition counts.
 TString IdListText(const std::vector<int>& ids) {
     TString text;
-    for (const int id : ids) {
+    for (const int id : std::set<int>(ids.begin(), ids.end())) {
         text += (text.empty() ? TString() : TString(u", ")) + TString::number(id);
     }
     return text;
@@ -225,13 +227,10 @@ std::vector<Change> Compare(const Vocabulary& older, const Vocabulary& newer) {
             changes.emplace_back(Change{ChangedPart::NamespaceAdded, nameSpace.name, 0, {}, {}, {}});
         }
     }
-    if (older.GetUnserializable() != newer.GetUnserializable()) {
-        changes.emplace_back(Change{ChangedPart::Unserializable,
-                                    {},
-                                    0,
-                                    {},
-                                    IdListText(older.GetUnserializable()),
-                                    IdListText(newer.GetUnserializable())});
+    const TString olderIds = IdListText(older.GetUnserializable());
+    const TString newerIds = IdListText(newer.GetUnserializable());
+    if (olderIds != newerIds) {
+        changes.emplace_back(Change{ChangedPart::Unserializable, {}, 0, {}, olderIds, newerIds});
     }
     return changes;
 }

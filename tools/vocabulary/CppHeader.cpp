@@ -207,11 +207,11 @@ public:
 private:
     void WriteTop() {
         m_out << "// Made from " << CommentText(TString::FromUtf8(m_origin))
-              << " by qvpres generate --cpp; do not edit.\n";
+              << " by qvpres generate --cpp; do not edit.\n// clang-format off\n";
         if (!m_vocabulary.GetDescription().empty()) {
             m_out << "//\n// " << CommentText(m_vocabulary.GetDescription()) << "\n";
         }
-        m_out << "#pragma once\n\n// clang-format off\n\n#include <qvpreslayer/qvpreslayer.h>\n";
+        m_out << "#pragma once\n\n#include <qvpreslayer/qvpreslayer.h>\n";
         if (!m_vocabulary.GetCpp().includes.empty()) {
             m_out << "\n";
         }

@@ -169,6 +169,11 @@ const NamespaceDeclaration* Vocabulary::FindCovering(int id) const {
     return covering;
 }
 
+const ParameterDeclaration* Vocabulary::FindId(int id) const {
+    const NamespaceDeclaration* covering = FindCovering(id);
+    return covering == nullptr ? nullptr : covering->FindId(id);
+}
+
 bool Vocabulary::IsApproximate(int id) const {
     return std::find(m_approximate.begin(), m_approximate.end(), id) != m_approximate.end();
 }
