@@ -13,6 +13,7 @@
 
 #include "fuzz/support/Bytes.h"
 #include "fuzz/support/EventTree.h"
+#include "fuzz/support/Failures.h"
 #include "fuzz/support/ReaderModel.h"
 #include "fuzz/support/ViewHost.h"
 
@@ -75,15 +76,6 @@ private:
 
     std::string m_text;
 };
-
-// The type and the message, without the place.
-std::string WithoutPlace(const std::string& failure) { return failure.substr(0, failure.find(" at ")); }
-
-// The same without the path, which the model does not know of texts that are not valid.
-std::string WithoutPath(const std::string& failure) {
-    const std::size_t end = failure.find(' ', WithoutPlace(failure).size() + 4);
-    return failure.find("not valid JSON") == std::string::npos ? failure : failure.substr(0, end);
-}
 
 void CheckReading(const Outcome& expected, const Outcome& plain, const Outcome& longWay) {
     RequireEqual(longWay.failure, plain.failure, "both ways of reading fail alike");
