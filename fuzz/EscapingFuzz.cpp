@@ -1,15 +1,17 @@
 // Texts inside quotation marks, both ways. Promised:
 //
-//   - any text is written with the escapes of docs/json.md, as a value, an item, a key and a name, and comes back with
-//     its long escapes as they stand;
-//   - any characters between quotation marks are read as RFC 8259 says (with U+0000 and lone surrogates allowed), or
-//     refused at the first character that cannot stand.
+//   - any text is written with the escapes of docs/json.md, as a value, an item and a key, and comes back with its
+//     long escapes as they stand;
+//   - any characters between quotation marks are read as the slow reader reads them (ReaderModel), or refused at the
+//     first character that cannot stand.
 //
 // The last byte tells which of the two, and whether the rest is UTF-8 or units.
 #include <map>
-#include <string>
+#include <vector>
 
 #include "fuzz/support/Bytes.h"
+#include "fuzz/support/Failures.h"
+#include "fuzz/support/ReaderModel.h"
 #include "fuzz/support/TextModels.h"
 #include "support/TestHost.h"
 
@@ -54,80 +56,18 @@ void CheckWriting(const Host& host, const TString& text) {
         "a map of texts that was read back");
 }
 
-// What stands behind an opening quotation mark, unit by unit.
-struct Quoted {
-    enum End { Closed, Refused, Open };
-    End end = Open;
-    std::size_t at = 0;  // of the closing mark, of the first unit that cannot stand, or behind the last one
-    TString text;
-};
-
-bool IsHexDigit(char16_t unit) {
-    return (unit >= u'0' && unit <= u'9') || (unit >= u'a' && unit <= u'f') || (unit >= u'A' && unit <= u'F');
-}
-
-Quoted ReadQuoted(std::u16string_view units) {
-    static const std::map<char16_t, char16_t> kEscapes = {{u'"', u'"'},  {u'\\', u'\\'}, {u'/', u'/'},  {u'b', u'\b'},
-                                                          {u'f', u'\f'}, {u'n', u'\n'},  {u'r', u'\r'}, {u't', u'\t'}};
-    Quoted quoted;
-    std::size_t& at = quoted.at;
-    for (; at < units.size(); ++at) {
-        if (units[at] == u'"') {
-            quoted.end = Quoted::Closed;
-            return quoted;
-        }
-        if (units[at] != 0 && units[at] < 0x20) {
-            quoted.end = Quoted::Refused;
-            return quoted;
-        }
-        if (units[at] != u'\\') {
-            quoted.text += units[at];
-            continue;
-        }
-        if (++at == units.size()) {
-            return quoted;
-        }
-        if (kEscapes.contains(units[at])) {
-            quoted.text += kEscapes.at(units[at]);
-            continue;
-        }
-        if (units[at] != u'u') {
-            quoted.end = Quoted::Refused;
-            return quoted;
-        }
-        std::string digits;
-        while (digits.size() < 4) {
-            if (++at == units.size()) {
-                return quoted;
-            }
-            if (!IsHexDigit(units[at])) {
-                quoted.end = Quoted::Refused;
-                return quoted;
-            }
-            digits += static_cast<char>(units[at]);
-        }
-        quoted.text += static_cast<char16_t>(std::stoul(digits, nullptr, 16));
-    }
-    return quoted;
-}
-
 void CheckReading(const Host& host, const TString& units) {
-    const TString opening(L"{\"t\":\"");
-    const TString text = opening + units + TString(L"\"}");
-    const Quoted expected = ReadQuoted(text.view().substr(opening.size()));
-    try {
-        const RefCntPtr<IParameters> bag = host.json.ToParameters(text);
-        Require(expected.end == Quoted::Closed, "a text that breaks the rules is refused");
-        RequireEqual(expected.text, GetParameterValue<TString>(*bag, kText), "a text that was read");
-    } catch (const JSONParseException& failure) {
-        Require(failure.GetStringId() == Messages::kJSONNotValid, "a text is text or not valid");
-        if (expected.end == Quoted::Closed) {  // what stands behind the mark is to blame
-            Require(failure.GetLocation().offset > opening.size() + expected.at, "a text that keeps the rules is read");
-        } else {
-            Require(failure.GetLocation().offset == opening.size() + expected.at,
-                    "the place is that of the first unit that cannot stand");
-        }
-    }
+    const TString text = TString(L"{\"t\":\"") + units + TString(L"\"}");
+    TString expected;
+    TString got;
+    const std::string failure = FailureOf([&] {
+        expected = GetParameterValue<TString>(*reader_model::Reader(text, L"texts", true, false).Read(), kText);
+    });
+    RequireEqual(
+        WithoutPath(failure),
+        WithoutPath(FailureOf([&] { got = GetParameterValue<TString>(*host.json.ToParameters(text), kText); })),
+        "the failure of characters that cannot stand");
+    RequireEqual(expected, got, "a text that was read");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 //
 // The last byte holds the settings: short names, packed lists.
 #include "fuzz/support/EventTree.h"
+#include "fuzz/support/Failures.h"
 #include "fuzz/support/RandomBag.h"
 #include "fuzz/support/ViewHost.h"
 #include "fuzz/support/WriterModel.h"

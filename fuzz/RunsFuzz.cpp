@@ -1,4 +1,4 @@
-// Packing and unpacking of numeric lists, of every element type. Promised:
+// Packing and unpacking of numeric lists, of every element type but typed values (TypedRunsFuzz). Promised:
 //
 //   - a list is packed as the slow model packs it, run by run, and comes back element by element as from its plain
 //     texts;
@@ -12,9 +12,8 @@
 
 #include "fuzz/support/RandomBag.h"
 #include "fuzz/support/ScalarModels.h"
-#include "structure/DataValueRunModel.h"
+#include "structure/RunModel.h"
 #include "support/ListHost.h"
-#include "support/TypedValues.h"
 
 using namespace fuzz;
 
@@ -152,75 +151,6 @@ void CheckAnyRecords(Bytes& bytes) {
     }
 }
 
-using typed_run_model::Cell;
-
-DataValue ValueOf(const Cell& cell, DataType column) {
-    return cell.kind == Cell::Integer ? DataValue(cell.integer)
-           : cell.kind == Cell::Real  ? DataValue(cell.real)
-                                      : DataValue::Null(column);
-}
-
-Cell RealCell(double value) {
-    const TString text = ContextualDataValueSerializerCore::ToString(value);  // TypedTextFuzz looks at those
-    return value - value == 0 ? Cell{Cell::Real, 0, value, text.ToUtf8()} : Cell{};
-}
-
-// A column of integers or of reals, with nulls.
-void CheckTypedPacking(Bytes& bytes) {
-    const DataType column = bytes.Coin() ? DataType::Real : DataType::Integer;
-    std::vector<Cell> cells;
-    for (std::size_t pieces = bytes.Below(6); pieces > 0; --pieces) {
-        cells.resize(cells.size() + bytes.Below(3) / 2);
-        if (column == DataType::Real) {
-            cells.insert(cells.end(), 1 + bytes.Below(6), RealCell(Random<double>::Of(bytes)));
-            continue;
-        }
-        for (const Int64 value : RandomList<Int64>(bytes)) {
-            cells.push_back({Cell::Integer, value, 0, ""});
-        }
-    }
-    std::vector<DataValue> values;
-    for (const Cell& cell : cells) {
-        values.push_back(ValueOf(cell, column));
-    }
-    const std::vector<PackedItem> expected =
-        column == DataType::Real ? typed_run_model::PackReals(cells) : typed_run_model::PackIntegers(cells);
-    Require(expected == Written(values, ListForm::Packed), "a column is packed as the model packs it");
-}
-
-// Letters, bounded lengths, and steps of both kinds.
-void CheckTypedExpanding(Bytes& bytes) {
-    std::vector<Cell> cells;
-    std::vector<TString> texts;
-    std::vector<typed_run_model::Record> records;
-    Records runs;
-    for (std::size_t i = 0, size = bytes.Below(20); i < size; ++i) {
-        const Cell first = bytes.Coin() ? Cell{Cell::Integer, Random<Int64>::Of(bytes), 0, ""}
-                                        : Cell{Cell::Real, 0, bytes.Raw<std::int16_t>() / 4.0, ""};
-        const TString text = ParameterTypeSerializer<DataValue>::TypeToString(ValueOf(first, DataType::Unknown));
-        if (bytes.Coin()) {
-            cells.push_back(first);
-            texts.push_back(text);
-            continue;
-        }
-        typed_run_model::Record record{
-            static_cast<int>(i), first, static_cast<unsigned>(bytes.Below(7)), {}, false, {}};
-        const int step = Random<int>::Of(bytes);
-        const bool isReal = bytes.Coin();
-        record.step = isReal ? Cell{Cell::Real, 0, step * 0.5, ""} : Cell{Cell::Integer, step, 0, ""};
-        const TString stepText = isReal ? TString::FromUtf8(std::to_string(step * 0.5)) : TextOf(step);
-        record.texts = {text, TextOf(record.length), stepText, L"x"};
-        record.texts.resize(bytes.Below(5));
-        runs.emplace_back(record.position, record.texts);
-        records.push_back(std::move(record));
-    }
-    std::vector<DataValue> expected;
-    for (const Cell& cell : typed_run_model::Expand(cells, records)) {
-        expected.push_back(ValueOf(cell, DataType::Real));
-    }
-    Require(expected == Expanded<DataValue>(texts, runs), "typed runs expand as the model expands them");
-}
-
 template <class T>
 void CheckOne(Bytes& bytes) {
     switch (bytes.LastByte() % 3) {
@@ -238,9 +168,8 @@ void CheckOne(Bytes& bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     PresLayerLimits::SetExpansionBytes(kExpansionBytes);
     Bytes bytes(data, size);
-    constexpr void (*kChecks[])(Bytes&) = {&CheckOne<int>,     &CheckOne<unsigned int>, &CheckOne<Int64>,
-                                           &CheckOne<UInt64>,  &CheckOne<float>,        &CheckOne<double>,
-                                           &CheckTypedPacking, &CheckTypedExpanding};
+    constexpr void (*kChecks[])(Bytes&) = {&CheckOne<int>,    &CheckOne<unsigned int>, &CheckOne<Int64>,
+                                           &CheckOne<UInt64>, &CheckOne<float>,        &CheckOne<double>};
     kChecks[bytes.LastByte() % std::size(kChecks)](bytes);
     return 0;
 }

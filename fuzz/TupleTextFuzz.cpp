@@ -7,7 +7,6 @@
 // The last byte tells whether the others are a text or make a tuple.
 #include "fuzz/support/RandomBag.h"
 #include "fuzz/support/TypedTextModel.h"
-#include "support/TypedValues.h"
 
 using namespace fuzz;
 
@@ -20,7 +19,7 @@ void CheckReading(const TString& text) {
     RequireEqual(failure, typed_text_model::FailureOf([&] { tuple = TupleDataValueSerializer::FromString(text); }),
                  "the failure of a text that is no tuple");
     Require(!expected == !tuple, "a text is a tuple or not");
-    Require(!tuple || typed::Identical(expected, tuple), "the tuple of a text");
+    Require(!tuple || typed_text_model::IsIdentical(expected, tuple), "the tuple of a text");
 }
 
 void CheckWriting(const RefCntPtr<Tuple>& tuple) {
@@ -33,25 +32,26 @@ void CheckWriting(const RefCntPtr<Tuple>& tuple) {
     RequireEqual(expected, text, "the text of a tuple");
     CheckReading(text);
     if (failure == "none" && typed_text_model::ComesBack(tuple, 0)) {
-        Require(typed::Identical(tuple, TupleDataValueSerializer::FromString(text)), "a tuple comes back");
+        Require(typed_text_model::IsIdentical(tuple, TupleDataValueSerializer::FromString(text)), "a tuple comes back");
     }
 }
 
 RefCntPtr<Tuple> RandomTuple(Bytes& bytes) {
     DataValue value = RandomTyped(bytes, 3);
-    for (std::size_t levels = bytes.Below(8) == 0 ? 250 + bytes.Below(10) : bytes.Below(3); levels > 0; --levels) {
-        value = typed::TupleOf({value});
+    for (std::size_t levels = bytes.Below(8) == 0 ? 16 + bytes.Below(6) : bytes.Below(3); levels > 0; --levels) {
+        value = MakeRefCnt<Tuple>(std::vector<DataValue>{value});
     }
     std::vector<DataValue> values{value};
     while (!bytes.AtEnd() && values.size() < 20) {
         values.push_back(RandomTyped(bytes, 2));
     }
-    return typed::MakeTuple(std::move(values));
+    return MakeRefCnt<Tuple>(std::move(values));
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    PresLayerLimits::SetTupleDepth(typed_text_model::kDeepest);
     Bytes bytes(data, size);
     switch (bytes.LastByte() % 3) {
         case 0:

@@ -7,7 +7,6 @@
 // The last byte tells whether the others are a text (UTF-8, or units) or make a value.
 #include "fuzz/support/RandomBag.h"
 #include "fuzz/support/TypedTextModel.h"
-#include "support/TypedValues.h"
 
 using namespace fuzz;
 
@@ -28,7 +27,8 @@ void CheckWriting(const DataValue& value) {
                      ContextualDataValueSerializerCore::ToString(value), "the bare text of a typed value");
     }
     if (failure == "none" && typed_text_model::ComesBack(value, 0)) {
-        Require(typed::Identical(value, Serializer::TypeFromString(text)), "a typed value comes back from its text");
+        Require(typed_text_model::IsIdentical(value, Serializer::TypeFromString(text)),
+                "a typed value comes back from its text");
     }
 }
 
@@ -38,7 +38,7 @@ void CheckReading(const TString& text) {
     const std::string failure = typed_text_model::FailureOf([&] { expected = typed_text_model::Read(text, 0); });
     RequireEqual(failure, typed_text_model::FailureOf([&] { value = Serializer::TypeFromString(text); }),
                  "the failure of a text that is no typed value");
-    Require(typed::Identical(expected, value), "the value of a text");
+    Require(typed_text_model::IsIdentical(expected, value), "the value of a text");
     if (failure == "none") {
         CheckWriting(value);
     }
@@ -47,6 +47,7 @@ void CheckReading(const TString& text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    PresLayerLimits::SetTupleDepth(typed_text_model::kDeepest);
     Bytes bytes(data, size);
     switch (bytes.LastByte() % 4) {
         case 0:

@@ -2,7 +2,6 @@
 // RegistryFuzz.cpp, which runs the same script on this and on the library and compares the answers.
 #pragma once
 
-#include <limits>
 #include <map>
 #include <memory>
 #include <set>
@@ -11,62 +10,12 @@
 
 #include <qvpreslayer/qvpreslayer.h>
 
+#include "fuzz/support/RegistryScript.h"
 #include "fuzz/support/TextModels.h"
 
 namespace registry_model {
 
-// What a registration function does, as data. Names are letters and dashes.
-struct Step {
-    enum Action { Add, LookUp, Part };
-    Action action = Add;
-    int id = 0;
-    std::wstring name;
-    std::wstring shortName;                 // empty: none
-    ParameterTypeCategory kind = PTC_Text;  // as recorded
-    bool hasSerializer = true;              // structures may have none
-    std::string space;                      // of the look-up, of the part
-    int function = 0;                       // of the part
-};
-
-struct Function {
-    std::vector<Step> steps;
-    std::size_t failsBefore = 0;  // the step before which it throws, as long as it does
-    int failures = 0;             // how often it throws
-};
-
-// How many functions run in one script. Those that throw run again and again, and their parts with them: beyond this
-// number they do nothing, here and there.
-constexpr int kMostRuns = 200;
-
-// The end of a range of four, where int has as many.
-inline int LastOf(int first) { return first < 100 ? first + 3 : first; }
-
-// What a function of a script throws.
-struct FunctionFails {};
-
-// The answer of an operation: "ok" and such, or the failure.
-template <class Action>
-std::string Outcome(Action&& action) {
-    try {
-        return action();
-    } catch (const ParameterNamespaceNotFoundException& error) {
-        return "unknown " + error.GetName().ToUtf8();
-    } catch (const ParameterNamespaceAlreadyExistsException& error) {
-        return "exists " + error.GetName().ToUtf8();
-    } catch (const ParameterNamespaceAlreadyHasFallbackException& error) {
-        return "linked " + error.GetName().ToUtf8();
-    } catch (const CyclicFallbacksException& error) {
-        return "loop " + error.GetName().ToUtf8();
-    } catch (const ParameterNotFoundException& error) {
-        return "nothing " + std::to_string(error.GetID()) + error.GetName().ToUtf8();
-    } catch (const ParameterParseException& error) {
-        return "not parsed " + std::to_string(error.GetID());
-    } catch (const LogicException& error) {
-        return "logic " + std::string(error.what());
-    } catch (const FunctionFails&) {
-        return "function fails";
-    }
-}
+using namespace registry_script;
 
 struct Entry {
     std::string name;
@@ -92,8 +41,6 @@ struct Namespace {
     std::map<std::string, int> ids;
     std::map<std::string, int> shortIds;
 };
-
-inline std::string Narrow(const std::wstring& text) { return TString(text).ToUtf8(); }
 
 class Model {
 public:
@@ -258,7 +205,6 @@ public:
     }
 
 private:
-    static TString Wide(const std::string& text) { return TString::FromUtf8(text); }
     static void Assert(bool holds, const char* expression) {
         if (!holds) {
             ThrowLogicException(expression, 0, "");

@@ -2,8 +2,10 @@
 // that are cut out and copied. Which bare contents are read, the parser of the platform decides.
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <iterator>
 #include <stdexcept>
@@ -19,7 +21,8 @@ struct NotDelimited {};   // LogicException
 struct NotAValue {};      // QuorvelException
 struct UnknownLetter {};  // std::out_of_range
 
-constexpr int kDeepest = 256;
+// Levels of tuples, for the library and here: every rule shows, and deep values do not take all the time.
+constexpr int kDeepest = 20;
 
 inline DataValue Parse(DataType type, const Collation& collation, std::uint8_t precision, std::uint8_t scale,
                        const TString& text) {
@@ -241,6 +244,24 @@ inline bool ComesBack(const DataValue& value, int depth) {
         comesBack = comesBack && ComesBack(element, depth + 1);
     }
     return comesBack;
+}
+
+// What == looks at, and labels, collations and the sign of zero.
+inline bool IsIdentical(const DataValue& left, const DataValue& right) {
+    if (left.GetDataType() != right.GetDataType() || left.IsSpecial() != right.IsSpecial() ||
+        left.GetPrecision() != right.GetPrecision() || left.GetScale() != right.GetScale() ||
+        left.GetCollation() != right.GetCollation()) {
+        return false;
+    }
+    if (left.IsSpecial() || (left.GetDataType() != DataType::Real && left.GetDataType() != DataType::Tuple)) {
+        return left == right;
+    }
+    if (left.GetDataType() == DataType::Real) {
+        return left == right && std::signbit(left.GetReal()) == std::signbit(right.GetReal());
+    }
+    const auto& leftValues = left.GetTuple()->GetValues();
+    const auto& rightValues = right.GetTuple()->GetValues();
+    return std::equal(leftValues.begin(), leftValues.end(), rightValues.begin(), rightValues.end(), IsIdentical);
 }
 
 // Which failure the library throws for each of the model's.

@@ -98,31 +98,4 @@ inline ViewHost& View() {
     return s_host;
 }
 
-// What a call came to when it threw one of the exceptions that docs/json.md names: its type, message and place. All
-// others pass, and end the target.
-template <class Call>
-std::string FailureOf(Call&& call) {
-    const auto described = [](const auto& failure) {
-        std::string text = typeid(failure).name() + std::string(": ") + failure.what();
-        if (const auto* located = dynamic_cast<const TextLocated*>(&failure)) {
-            const TextLocation& place = located->GetLocation();
-            text += " at " + std::to_string(place.line) + "," + std::to_string(place.column) + "," +
-                    std::to_string(place.offset) + " " + place.path.ToUtf8();
-        }
-        return text;
-    };
-    try {
-        call();
-        return {};
-    } catch (const QuorvelException& failure) {
-        return described(failure);
-    } catch (const LogicException& failure) {
-        return described(failure);
-    } catch (const std::out_of_range& failure) {
-        return described(failure);
-    } catch (const std::runtime_error& failure) {
-        return described(failure);
-    }
-}
-
 }  // namespace fuzz
