@@ -41,9 +41,9 @@ TEST_F(ReadingDiagnostics, UnknownNamesOfEnumerations) {
         adder.AddMap(2003, L"by-key", L"bk", new ParameterTypeSerializer<TextAlign>);
     });
     m_json = JSONSerializer(L"style");
-    EXPECT_EQ("", NotesOf(R"({"align": "left"})"));
-    EXPECT_EQ("unknown name 2001 @10 /align\n", NotesOf(R"({"align": "Left"})"));
-    EXPECT_EQ("unknown name 2002 @18 /aligns/1\n", NotesOf(R"({"aligns":["left","up","left"]})"));
+    EXPECT_EQ("", NotesOf(R"({"align": "text-align-end"})"));
+    EXPECT_EQ("unknown name 2001 @10 /align\n", NotesOf(R"({"align": "Text-align-end"})"));
+    EXPECT_EQ("unknown name 2002 @31 /aligns/1\n", NotesOf(R"({"aligns":["text-align-center","up"]})"));
     EXPECT_EQ("unknown name 2003 @15 /byKey/k\n", NotesOf(R"({"byKey":{"k": "up"}})"));
 }
 
