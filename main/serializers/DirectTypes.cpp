@@ -29,8 +29,8 @@ Infos MakeInfos() {
     AddTypes<FieldName, QualifiedName, TUUID>(infos);
     AddTypes<HoursDuration, MinutesDuration, SecondsDuration, MillisecondsDuration, MicrosecondsDuration,
              NanosecondsDuration>(infos);
-    AddTypes<AggType, BoxplotStyle, DataScaling, DataType, FontWeight, ForecastModelType,
-             ForecastRangeType, ForecastStatus, ParserMode, QuorvelFontStyle>(infos);
+    AddTypes<AggType, BoxplotStyle, DataScaling, DataType, FontWeight, ForecastModelType, ForecastRangeType,
+             ForecastStatus, ParserMode, QuorvelFontStyle>(infos);
     AddTypes<StyleAttribute, StyleDataClass, StyleElement, StyleFieldScope, StyleSwatch, TextAlign, TextBreakMode,
              TextDecoration, TextOrient, TextWholeLineMode, TextWrapMode, WhiskerEnd>(infos);
     infos[typeid(TStringSerializer)].type = DirectType::String;
