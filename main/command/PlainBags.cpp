@@ -45,27 +45,32 @@ private:
     RefCntPtr<BaseParameters> DoEmptyClone() override { return {}; }
 };
 
-// What stands in the places of a class that overrides neither.
+// What stands in the places of a class that overrides none of them.
 class PlainFunctions {
 public:
     PlainFunctions() noexcept {
         const ReferenceBag reference;
-        if (m_accept && m_setParameter) {
+        if (m_accept && m_setParameter && m_getParameter) {
             m_acceptFunction = FunctionAt(reference, *m_accept);
             m_setParameterFunction = FunctionAt(reference, *m_setParameter);
+            m_getParameterFunction = FunctionAt(reference, *m_getParameter);
         }
     }
 
     bool AreThoseOf(const IParameters& bag) const noexcept {
         return m_acceptFunction != nullptr && FunctionAt(bag, *m_accept) == m_acceptFunction &&
-               FunctionAt(bag, *m_setParameter) == m_setParameterFunction;
+               FunctionAt(bag, *m_setParameter) == m_setParameterFunction &&
+               FunctionAt(bag, *m_getParameter) == m_getParameterFunction;
     }
 
 private:
     std::optional<std::ptrdiff_t> m_accept = PlaceOf(&IParameters::Accept);
     std::optional<std::ptrdiff_t> m_setParameter = PlaceOf(&IParameters::SetParameter);
+    std::optional<std::ptrdiff_t> m_getParameter =
+        PlaceOf(static_cast<const IParameter& (IParameters::*)(int) const>(&IParameters::GetParameter));
     const void* m_acceptFunction = nullptr;
     const void* m_setParameterFunction = nullptr;
+    const void* m_getParameterFunction = nullptr;
 };
 
 }  // namespace

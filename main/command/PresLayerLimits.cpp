@@ -44,6 +44,8 @@ ExpansionBudgetScope::~ExpansionBudgetScope() {
     }
 }
 
+void ExpansionBudgetScope::GiveBack(std::size_t bytes) noexcept { s_bytesLeft += bytes; }
+
 void ExpansionBudgetScope::Spend(std::size_t bytes) {
     const ExpansionBudgetScope scope;
     if (bytes > s_bytesLeft) {

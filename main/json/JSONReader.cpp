@@ -41,8 +41,8 @@ JSONReader::JSONReader(const JSONDocument& document, const TString& namespaceNam
 
 JSONReader::~JSONReader() = default;
 
-RefCntPtr<IParameters> JSONReader::Read() {
-    RefCntPtr<IParameters> result = NewBag();
+RefCntPtr<IParameters> JSONReader::Read(RefCntPtr<IParameters>* root) {
+    RefCntPtr<IParameters> result = root != nullptr ? std::move(*root) : NewBag();
     if (m_document[0].kind != JSONKind::Object) {
         throw std::runtime_error(std::string("the JSON root is ") + KindName(m_document[0].kind) + ", not object");
     }
@@ -86,7 +86,7 @@ void JSONReader::ReportScalar(const ParameterInfo& info, JSONDocument::Index nod
     const JSONKind kind = m_document[node].kind;
     double real = 0;
     double arrived = 0;
-    if (kind == JSONKind::Integer && TString::number(TravellingInteger(text)).view() != text) {
+    if (kind == JSONKind::Integer && text != u"-0" && TString::number(TravellingInteger(text)).view() != text) {
         Report(Leniency::WrappedInteger, info.id, node, step);
     } else if (kind == JSONKind::Real && ParseDouble(text, real) &&
                (!ParseDouble(RealText(text), arrived) || arrived != real)) {

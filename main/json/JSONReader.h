@@ -41,7 +41,8 @@ public:
     ~JSONReader();
 
     // Reads the whole document. Throws what JSONSerializer::ToParameters tells.
-    RefCntPtr<IParameters> Read();
+    // root, where it is not null, is the outermost bag, made already.
+    RefCntPtr<IParameters> Read(RefCntPtr<IParameters>* root = nullptr);
 
     const JSONDocument& Document() const noexcept { return m_document; }
     ParametersRegistry& Registry() noexcept { return m_registry; }

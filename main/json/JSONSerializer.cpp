@@ -44,21 +44,28 @@ private:
     std::optional<DirectReader> m_own;
 };
 
-// What the short way makes of a text; empty where it takes the long one, which also tells what is wrong.
-RefCntPtr<IParameters> ReadDirectly(const TString& json, const TString& namespaceName, NameForm form,
-                                    const IReadingDiagnostics* diagnostics) {
-    ParametersRegistry* const registry = ParametersRegistry::GetInstance();
-    if (registry == nullptr || diagnostics != nullptr) {
-        return {};
-    }
-    ReaderLease lease(ThreadScratch::Find());
-    return lease.Get().Read(json, *registry, namespaceName, form);
+RefCntPtr<IParameters> ReadAtLength(const TString& json, const TString& namespaceName, bool shortNames, bool lookupFlag,
+                                    IReadingDiagnostics* diagnostics, RefCntPtr<IParameters>* root = nullptr) {
+    const JSONDocument document(json);
+    return JSONReader(document, namespaceName, shortNames, lookupFlag, diagnostics).Read(root);
 }
 
-RefCntPtr<IParameters> ReadAtLength(const TString& json, const TString& namespaceName, bool shortNames, bool lookupFlag,
-                                    IReadingDiagnostics* diagnostics) {
-    const JSONDocument document(json);
-    return JSONReader(document, namespaceName, shortNames, lookupFlag, diagnostics).Read();
+// The bag, by the short way where that can be; the long one otherwise, which also tells what is wrong.
+RefCntPtr<IParameters> ReadEitherWay(const TString& json, const TString& namespaceName, bool shortNames,
+                                     bool lookupFlag) {
+    ParametersRegistry* const registry = ParametersRegistry::GetInstance();
+    if (registry != nullptr) {
+        ReaderLease lease(ThreadScratch::Find());
+        const NameForm form = shortNames ? NameForm::Short : NameForm::Camel;
+        if (lease.Get().Read(json, *registry, namespaceName, form)) {
+            RefCntPtr<IParameters> root = registry->CreateParameters();
+            if (root && lease.Get().MakeBag(*root)) {
+                return root;
+            }
+            return ReadAtLength(json, namespaceName, shortNames, lookupFlag, nullptr, &root);
+        }
+    }
+    return ReadAtLength(json, namespaceName, shortNames, lookupFlag, nullptr);
 }
 
 // The text that is being written. Most are short, and of unknown length before: they are written in memory that the
@@ -162,20 +169,14 @@ void JSONSerializer::PresModelToString(RefCntPtr<const PresentationModel> model,
 
 RefCntPtr<IParameters> JSONSerializer::ToParameters(const TString& json) const {
     const bool shortNames = !PresModelBuilderSupport::UseVerboseNames();
-    if (RefCntPtr<IParameters> bag =
-            ReadDirectly(json, m_namespace, shortNames ? NameForm::Short : NameForm::Camel, m_diagnostics)) {
-        return bag;
-    }
-    return ReadAtLength(json, m_namespace, shortNames, false, m_diagnostics);
+    return m_diagnostics == nullptr ? ReadEitherWay(json, m_namespace, shortNames, false)
+                                    : ReadAtLength(json, m_namespace, shortNames, false, m_diagnostics);
 }
 
 RefCntPtr<IParameters> JSONSerializer::ToParameters(const TString& json, bool shortNames, bool lookupFlag) const {
     // Names that are spelled in one form and sought in the other go the long way.
-    if (shortNames != (lookupFlag || PresModelBuilderSupport::UseVerboseNames())) {
-        const NameForm form = shortNames ? NameForm::Short : NameForm::Camel;
-        if (RefCntPtr<IParameters> bag = ReadDirectly(json, m_namespace, form, m_diagnostics)) {
-            return bag;
-        }
-    }
-    return ReadAtLength(json, m_namespace, shortNames, lookupFlag, m_diagnostics);
+    const bool sameForm = shortNames != (lookupFlag || PresModelBuilderSupport::UseVerboseNames());
+    return sameForm && m_diagnostics == nullptr
+               ? ReadEitherWay(json, m_namespace, shortNames, lookupFlag)
+               : ReadAtLength(json, m_namespace, shortNames, lookupFlag, m_diagnostics);
 }

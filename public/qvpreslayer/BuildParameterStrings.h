@@ -56,6 +56,8 @@ public:
     // For the library's own use: the next event is a member of an object whose text so far was written without events;
     // first says that none of its members was.
     void ContinueMembers(bool first) noexcept { m_frame.firstToCome = first; }
+    bool IsFirstMember() const noexcept { return m_frame.firstToCome; }
+    bool IsBalanced() const noexcept { return m_outerFrames.empty(); }
 
 private:
     struct Frame {

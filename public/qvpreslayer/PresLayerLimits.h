@@ -59,6 +59,9 @@ public:
     // ParameterParseException(0) when they are more than is left.
     static void Spend(std::size_t bytes);
 
+    // Gives back what a reading spent that has come to nothing. Requires: a scope of the calling thread is open.
+    static void GiveBack(std::size_t bytes) noexcept;
+
 private:
     bool m_outermost;
 };

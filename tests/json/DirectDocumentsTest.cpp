@@ -279,4 +279,69 @@ TEST_F(DirectDocuments, MembersInAnyOrderAndTwice) {
     }
 }
 
+// A bag that notes what is stored in it.
+class WatchingBag final : public TestBag {
+public:
+    explicit WatchingBag(std::string& notes) : m_notes(notes) {}
+
+    void SetParameter(int id, RefCntPtr<IParameter> value) override {
+        m_notes += " set " + std::to_string(id) + (value ? "" : " null");
+        TestBag::SetParameter(id, std::move(value));
+    }
+
+private:
+    std::string& m_notes;
+};
+
+class WatchingRegistry final : public ViewRegistry {
+public:
+    RefCntPtr<IParameters> CreateParameters() override {
+        notes += " new";
+        return plainFrom-- > 0 ? RefCntPtr<IParameters>(new TestBag) : RefCntPtr<IParameters>(new WatchingBag(notes));
+    }
+
+    std::string notes;
+    int plainFrom = 0;  // so many bags come before the first that watches
+};
+
+TEST(DirectDocumentsOfWatchedBags, AreFilledAsAtLength) {
+    WatchingRegistry registry;
+    const JSONSerializer json(L"view");
+    for (const std::string_view text :
+         {R"({"text": "a", "maxCount": 1, "flag": true})", R"({"subBag": {"n": 1, "c": "d"}, "n": 2})",
+          R"({"myModel": {"n": 1}, "items": [{"n": 1}, {}], "byKey": {"b": {"n": 1}, "c": null}})",
+          R"({"subBag": {"byKey": {"k1": {}, "k3": {"n": 1}}, "aB": 1}, "byKey": {"k2": {}}})"}) {
+        for (int plain = 0; plain < 3; ++plain) {
+            const auto outcome = [&](std::string_view prefix) {
+                registry.notes.clear();
+                registry.plainFrom = plain;
+                const std::string bag = OutcomeOf(
+                    [&] { return json.ToParameters(TString::FromUtf8(std::string(prefix) + std::string(text))); });
+                return bag + registry.notes;
+            };
+            outcome("");  // fills the namespace
+            const std::string atLength = outcome(kLongWay);
+            if (plain == 0) {
+                EXPECT_EQ(atLength, outcome("")) << text;
+            } else {  // bags of one object are made in the order of the text
+                EXPECT_EQ(atLength.substr(0, atLength.find(" new")), outcome("").substr(0, atLength.find(" new")))
+                    << text;
+            }
+        }
+    }
+}
+
+TEST_F(DirectDocuments, HostsThatWriteNothingLeaveNoComma) {
+    class Silent final : public BagStructureSerializer {
+        void Serialize(RefCntPtr<const IParameter>, SerializeStructure&, int, bool) const override {}
+    };
+    m_registry.Add(L"host", 2000, 2099, [](AbstractParamAdder& adder) {
+        adder.AddStructure(2001, L"silent", L"si", new Silent);
+        adder.AddSimple(2002, L"count", L"co", new ParameterTypeSerializer<int>);
+        adder.AddStructure(2003, L"last", L"la", new Silent);
+    });
+    const auto bag = MakeBag({{2001, Text(L"")}, {2002, Val(5)}, {2003, Text(L"")}});
+    EXPECT_EQ(R"({"count": 5})", JSONSerializer(L"host").ToString(bag, JSONSerializer::Compact).ToUtf8());
+}
+
 }  // namespace

@@ -14,9 +14,9 @@
 #include "main/json/JSONNumbers.h"
 #include "main/json/direct/DirectDigits.h"
 
-// Each of the following takes elements from at on while they are followed directly by a comma, and answers where the
-// first one stands that is spelled otherwise, stands near an end of the text or holds more digits than usual: what to
-// make of that is for DirectNumberReader to say. begin and end are those of the text.
+// Each of the following takes elements from at on while they are followed directly by a comma, and perhaps a blank, and
+// answers where the first one stands that is spelled otherwise, stands near an end of the text or holds more digits
+// than usual: what to make of that is for DirectNumberReader to say. begin and end are those of the text.
 
 // Numbers of up to 16 digits that keep their value when they travel.
 template <class T>
@@ -39,6 +39,7 @@ const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, cons
         const auto value = static_cast<Int64>(run.value);
         values.push_back(static_cast<T>(negative ? -value : value));
         at = digits + run.count + 1;
+        at += *at == u' ' ? 1 : 0;
     }
     return at;
 }
@@ -91,6 +92,7 @@ const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, cons
         values.push_back(negative && number != 0 ? -magnitude : magnitude);
         last = at;
         at = digits + 1;
+        at += *at == u' ' ? 1 : 0;
         lastSize = static_cast<std::size_t>(at - last);
     }
     return at;

@@ -70,7 +70,9 @@ private:
             first = false;
             if constexpr (std::is_floating_point_v<T>) {
                 if (lastSize <= kRepeated && IsSame(at[0], *last)) {
-                    std::memcpy(to, lastText, kRepeated * sizeof(char16_t));
+                    char16_t copy[kRepeated];  // source and target may overlap
+                    std::memcpy(copy, lastText, sizeof(copy));
+                    std::memcpy(to, copy, sizeof(copy));
                     to += lastSize;
                     continue;
                 }

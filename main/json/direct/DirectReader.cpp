@@ -14,6 +14,7 @@
 #include <qvpreslayer/ValParameter.h>
 #include <qvpreslayer/detail/PlainBags.h>
 #include <qvpreslayer/detail/RunFilling.h>
+#include <qvpreslayer/detail/StackGuard.h>
 
 #include "main/json/JSONDocument.h"
 #include "main/json/JSONStrings.h"
@@ -27,7 +28,7 @@ using qvpreslayer::detail::PlainBags;
 namespace {
 
 // Deeper texts go the long way, which keeps the stack small.
-constexpr int kDirectLevels = 64;
+constexpr int kDirectLevels = 32;
 
 constexpr std::size_t kKeptItems = 4096;
 
@@ -56,7 +57,11 @@ public:
     Level& operator=(const Level&) = delete;
     ~Level() { --m_reader.m_depth; }
 
-    bool IsTooDeep() const { return m_reader.m_depth > m_reader.m_maxDepth; }
+    bool IsTooDeep() const {
+        const int depth = m_reader.m_depth;
+        return depth > m_reader.m_maxDepth ||
+               (depth > qvpreslayer::detail::kUnguardedLevels && qvpreslayer::detail::IsStackLow());
+    }
 
 private:
     DirectReader& m_reader;
@@ -83,10 +88,10 @@ private:
     bool m_ended = false;
 };
 
-RefCntPtr<IParameters> DirectReader::Read(const TString& json, ParametersRegistry& registry,
-                                          const TString& namespaceName, NameForm form) {
+bool DirectReader::Read(const TString& json, ParametersRegistry& registry, const TString& namespaceName,
+                        NameForm form) {
     if (json.size() >= std::numeric_limits<std::uint32_t>::max() || !m_names.Prepare(registry, namespaceName, form)) {
-        return {};
+        return false;
     }
     m_at = json.data();
     m_begin = m_at;
@@ -97,24 +102,33 @@ RefCntPtr<IParameters> DirectReader::Read(const TString& json, ParametersRegistr
     m_maxDepth = std::min(kDirectLevels, PresLayerLimits::GetJSONDepth());
     m_items.clear();
     m_keys.clear();
-    if (!ReadText()) {
-        return {};
+    m_spent = 0;
+    const PresLayerLimits::ExpansionBudgetScope budget;
+    if (ReadText()) {
+        return true;
     }
-    m_item = 0;
-    m_key = 0;
-    return MakeBag();
+    PresLayerLimits::ExpansionBudgetScope::GiveBack(m_spent);  // the long way spends it again
+    return false;
 }
 
 // What fails here fails again on the long way, which says why.
 bool DirectReader::ReadText() {
     try {
-        const PresLayerLimits::ExpansionBudgetScope budget;
         return Take(u'{') && ReadBag(nullptr, nullptr);
     } catch (const abi::__forced_unwind&) {
         throw;  // the thread is being cancelled
     } catch (...) {
         return false;
     }
+}
+
+bool DirectReader::MakeBag(IParameters& root) {
+    if (PlainBags::Find(root) == nullptr) {
+        return false;
+    }
+    m_item = 1;
+    Fill(root, m_items[0].children);
+    return true;
 }
 
 void DirectReader::Forget() noexcept {
@@ -136,7 +150,7 @@ bool DirectReader::ReadBag(const Record* owner, const Record* record) {
         return false;
     }
     const std::size_t position = m_items.size();
-    m_items.push_back({record, {}, 0, ItemKind::Bag});
+    m_items.push_back({record, {}, 0, 0, ItemKind::Bag});
     bool inOrder = true;
     std::uint32_t members = 0;
     if (!ReadMembers(owner, members, inOrder)) {
@@ -189,8 +203,11 @@ bool DirectReader::HasEqualMembers(std::size_t firstItem, std::uint32_t members)
 }
 
 bool DirectReader::ReadMember(const Record& parameter) {
+    if (parameter.kind == PTC_None) {
+        return false;
+    }
     if (*m_at == u'n' && TakeWord(u"null")) {
-        m_items.push_back({&parameter, {}, 0, ItemKind::Null});
+        m_items.push_back({&parameter, {}, 0, 0, ItemKind::Null});
         return true;
     }
     Value value;
@@ -220,7 +237,7 @@ bool DirectReader::ReadMember(const Record& parameter) {
     if (!value) {
         return false;
     }
-    m_items.push_back({&parameter, std::move(value), 0, ItemKind::Value});
+    m_items.push_back({&parameter, std::move(value), 0, 0, ItemKind::Value});
     return true;
 }
 
@@ -230,7 +247,7 @@ bool DirectReader::ReadBags(const Record& parameter) {
         return false;
     }
     const std::size_t position = m_items.size();
-    m_items.push_back({&parameter, {}, 0, ItemKind::Bags});
+    m_items.push_back({&parameter, {}, 0, 0, ItemKind::Bags});
     if (Take(u']')) {
         return true;
     }
@@ -252,7 +269,7 @@ bool DirectReader::ReadBagMap(const Record& parameter) {
         return false;
     }
     const std::size_t position = m_items.size();
-    m_items.push_back({&parameter, {}, 0, ItemKind::BagMap});
+    m_items.push_back({&parameter, {}, 0, static_cast<std::uint32_t>(m_keys.size()), ItemKind::BagMap});
     if (Take(u'}')) {
         return true;
     }
@@ -267,7 +284,7 @@ bool DirectReader::ReadBagMap(const Record& parameter) {
         m_keys.emplace_back(key);
         SkipBlanks();
         if (*m_at == u'n' && TakeWord(u"null")) {
-            m_items.push_back({nullptr, {}, 0, ItemKind::Null});
+            m_items.push_back({nullptr, {}, 0, 0, ItemKind::Null});
         } else if (!Take(u'{') || !ReadBag(&parameter, nullptr)) {
             return false;
         }
@@ -277,7 +294,7 @@ bool DirectReader::ReadBagMap(const Record& parameter) {
     return Take(u'}');
 }
 
-RefCntPtr<IParameters> DirectReader::MakeBag() {
+RefCntPtr<IParameters> DirectReader::MakeNested() {
     const std::uint32_t members = m_items[m_item++].children;
     RefCntPtr<IParameters> bag = m_registry->CreateParameters();
     Fill(*bag, members);
@@ -301,7 +318,7 @@ void DirectReader::Fill(IParameters& bag, std::uint32_t members) {
     }
 }
 
-// Members are stored in the order of their names. A nested bag stands in its place while it is being filled.
+// For a bag among plain ones that watches its values: they come in the order of their names, as on the long way.
 void DirectReader::FillInNameOrder(IParameters& bag, std::uint32_t members) {
     std::vector<std::pair<std::u16string_view, std::size_t>> order;
     for (; members != 0; --members) {
@@ -314,22 +331,25 @@ void DirectReader::FillInNameOrder(IParameters& bag, std::uint32_t members) {
     for (const auto& [name, item] : order) {
         m_item = item;
         const Record& parameter = *m_items[item].record;
-        if (m_items[item].kind == ItemKind::Null) {
-            continue;
-        }
-        if (m_items[item].kind != ItemKind::Bag) {
+        if (m_items[item].kind == ItemKind::Bag) {
+            FillNested(bag, parameter);
+        } else if (m_items[item].kind != ItemKind::Null) {
             bag.SetParameter(parameter.id, MakeValue());
-            continue;
-        }
-        const std::uint32_t inside = m_items[m_item++].children;
-        const RefCntPtr<IParameters> nested = m_registry->CreateParameters();
-        bag.SetParameter(parameter.id, MakeRefCnt<BagParameter>(Bag(nested)));
-        Fill(*nested, inside);
-        if (parameter.kind == PTC_Structure) {
-            bag.SetParameter(parameter.id, MakeRefCnt<BagParameter>(Bag(nested)));
         }
     }
     m_item = behind;
+}
+
+// A nested bag stands in its place while it is being filled.
+void DirectReader::FillNested(IParameters& bag, const Record& parameter) {
+    const std::uint32_t members = m_items[m_item++].children;
+    const RefCntPtr<IParameters> nested = m_registry->CreateParameters();
+    bag.SetParameter(parameter.id, MakeRefCnt<BagParameter>(Bag(nested)));
+    Fill(*nested, members);
+    bag.SetParameter(parameter.id, parameter.kind == PTC_Bag ? MakeRefCnt<BagParameter>(Bag(nested)) : nullptr);
+    if (parameter.kind == PTC_Structure) {
+        bag.SetParameter(parameter.id, MakeRefCnt<BagParameter>(Bag(nested)));
+    }
 }
 
 void DirectReader::SkipItem() {
@@ -338,17 +358,27 @@ void DirectReader::SkipItem() {
     }
 }
 
+// A null entry takes a bag too, and drops it.
+RefCntPtr<IParameters> DirectReader::MakeEntry() {
+    if (m_items[m_item].kind != ItemKind::Null) {
+        return MakeNested();
+    }
+    ++m_item;
+    m_registry->CreateParameters();
+    return {};
+}
+
 DirectReader::Value DirectReader::MakeValue() {
     Item& item = m_items[m_item];
     switch (item.kind) {
         case ItemKind::Bag:
-            return MakeRefCnt<BagParameter>(Bag(MakeBag()));
+            return MakeRefCnt<BagParameter>(Bag(MakeNested()));
         case ItemKind::Bags: {
             ++m_item;
             Bags bags;
             bags.reserve(item.children);
             for (std::uint32_t left = item.children; left != 0; --left) {
-                bags.push_back(MakeBag());
+                bags.push_back(MakeNested());
             }
             return MakeRefCnt<ValParameter<Bags>>(std::move(bags));
         }
@@ -356,10 +386,8 @@ DirectReader::Value DirectReader::MakeValue() {
             ++m_item;
             BagMap bags;
             for (std::uint32_t left = item.children; left != 0; --left) {
-                TString key = std::move(m_keys[m_key++]);
-                const bool isNull = m_items[m_item].kind == ItemKind::Null;
-                m_item += isNull ? 1 : 0;
-                bags.emplace_hint(bags.end(), std::move(key), isNull ? Bag() : Bag(MakeBag()));
+                TString& key = m_keys[item.firstKey + item.children - left];
+                bags.emplace_hint(bags.end(), std::move(key), MakeEntry());
             }
             return MakeRefCnt<ValParameter<BagMap>>(std::move(bags));
         }
@@ -532,6 +560,7 @@ bool DirectReader::ReadRun(std::vector<T>& values) {
         return false;
     }
     PresLayerLimits::ExpansionBudgetScope::Spend(length * sizeof(T));
+    m_spent += length * sizeof(T);
     qvpreslayer::detail::AppendRun(values, first, length, step);
     return true;
 }

@@ -26,10 +26,12 @@
 // text that goes there. Where its bags watch what is stored in them, values come in the order of their names.
 class DirectReader {
 public:
-    // The bag; empty for the long way. May be called again for another text, which is faster than a new reader. What
-    // the host throws while it makes bags passes.
-    RefCntPtr<IParameters> Read(const TString& json, ParametersRegistry& registry, const TString& namespaceName,
-                                NameForm form);
+    // Reads the text; false for the long way. May be called again for another text, which is faster than a new reader.
+    bool Read(const TString& json, ParametersRegistry& registry, const TString& namespaceName, NameForm form);
+
+    // Makes the bag of the text that was read: root, filled. False, with nothing done, when root is not plain, which is
+    // for the long way. What the host throws while it makes bags passes.
+    bool MakeBag(IParameters& root);
 
     // Lets go of what an abandoned text has left, and of memory beyond what most texts take.
     void Forget() noexcept;
@@ -53,6 +55,7 @@ private:
         const Record* record;    // null for elements and entries
         Value value;             // of ItemKind::Value
         std::uint32_t children;  // right inside it
+        std::uint32_t firstKey;  // of ItemKind::BagMap, in m_keys
         ItemKind kind;
     };
 
@@ -83,10 +86,12 @@ private:
     bool TakePlainString(std::u16string_view& text);
 
     // Making: each takes items from m_item on.
-    RefCntPtr<IParameters> MakeBag();
+    RefCntPtr<IParameters> MakeNested();
     void Fill(IParameters& bag, std::uint32_t members);
     void FillInNameOrder(IParameters& bag, std::uint32_t members);
+    void FillNested(IParameters& bag, const Record& parameter);
     Value MakeValue();
+    RefCntPtr<IParameters> MakeEntry();
     void SkipItem();
 
     // What stands between values.
@@ -110,7 +115,7 @@ private:
     std::vector<Item> m_items;    // of the text, in its order
     std::vector<TString> m_keys;  // of entries of structure maps
     std::size_t m_item = 0;       // the next to become part of a bag
-    std::size_t m_key = 0;
+    std::size_t m_spent = 0;      // bytes of expanded runs
     int m_depth = 0;
     int m_maxDepth = 0;
 };

@@ -31,7 +31,7 @@ using qvpreslayer::detail::TextScratch;
 namespace {
 
 // Deeper bags go the long way, which keeps the stack small.
-constexpr int kDirectLevels = 64;
+constexpr int kDirectLevels = 32;
 
 // Room around the text of a name: the comma, two quotation marks, the colon, a blank, a bracket.
 constexpr std::size_t kAroundName = 8 + kCopySlack;
@@ -57,7 +57,8 @@ DirectWriter::DirectWriter(TString& out, BuildParameterStrings& visitor, const P
       m_compressArrays(compressArrays),
       m_hasUnserializable(registry.HasUnserializable()),
       m_guesses(!registry.HasOverlaps()),
-      m_first(s_lastFirst.generation == registry.GetGeneration() ? s_lastFirst.record : nullptr) {}
+      m_generation(registry.GetGeneration()),
+      m_first(s_lastFirst.generation == m_generation ? s_lastFirst.record : nullptr) {}
 
 void DirectWriter::Write(const RefCntPtr<const IParameters>& bag) {
     if (CanNest(bag)) {
@@ -66,7 +67,7 @@ void DirectWriter::Write(const RefCntPtr<const IParameters>& bag) {
         HandOverAll(bag);
     }
     m_sink.Flush();
-    s_lastFirst = {m_registry.GetGeneration(), m_first};
+    s_lastFirst = {m_generation, m_first};
 }
 
 bool DirectWriter::CanNest(const Bag& bag) {
@@ -83,10 +84,11 @@ bool DirectWriter::WriteMembers(const IParameters& bag, bool first) {
             return;
         }
         const Record* const record = FindRecord(id, previous);
-        if (record == nullptr || !WriteMember(*record, *value, first)) {
+        if (record == nullptr || m_allHandedOver || !WriteMember(*record, *value, first)) {
             HandOver(bag, id, value, first);
+        } else {
+            first = false;
         }
-        first = false;
         previous = record;
     });
     --m_depth;
@@ -146,12 +148,16 @@ bool DirectWriter::WriteMember(const Record& parameter, const IParameter& value,
 
 void DirectWriter::HandOver(const IParameters& bag, int id, const RefCntPtr<IParameter>& value, bool& first) {
     m_sink.Flush();
-    m_visitor.ContinueMembers(first);
+    if (!m_allHandedOver) {
+        m_visitor.ContinueMembers(first);
+    }
     VisitStructuredParameters(m_registry, RefCntPtr<const IParameters>(&bag), m_visitor, m_useVerboseNames,
                               m_compressArrays)
         .VisitParameter(id, value);
     m_sink.Reload();
     m_optionsMayDiffer = true;
+    first = m_visitor.IsFirstMember();
+    m_allHandedOver = m_allHandedOver || !m_visitor.IsBalanced();
 }
 
 void DirectWriter::HandOverAll(const Bag& bag) {

@@ -1,6 +1,7 @@
 // Bags straight into the compact form. Included by JSONSerializer.cpp.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include <qvsys/RefCntPtr.h>
@@ -69,8 +70,10 @@ private:
     bool m_useVerboseNames;
     bool m_compressArrays;
     bool m_optionsMayDiffer = false;  // host code has run
+    bool m_allHandedOver = false;     // host code has left events open: what follows is for the visitor to spell
     bool m_hasUnserializable;
     bool m_guesses;                   // without it, an identifier may belong to another namespace than the one before
+    std::uint64_t m_generation;       // of the registry, when writing began
     const Record* m_first = nullptr;  // that the last bag began with
     int m_depth = 0;
     qvpreslayer::detail::TextScratch m_scratch;

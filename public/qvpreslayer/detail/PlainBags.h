@@ -7,8 +7,8 @@
 
 namespace qvpreslayer::detail {
 
-// A bag is plain when its class derives from BaseParameters and leaves Accept and SetParameter as they are, so that
-// nobody can tell whether they were called.
+// A bag is plain when its class derives from BaseParameters and leaves Accept, SetParameter and GetParameter as they
+// are, so that nobody can tell whether they were called.
 class QVPRESLAYER_API PlainBags {
 public:
     // The entries of bag, valid as long as it; null when it is not plain, or when that cannot be told.
