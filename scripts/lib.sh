@@ -22,6 +22,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
         librapidcheck-dev:rapidcheck.h
         libboost-json1.81-dev:boost/json.hpp
         libcli11-dev:CLI/CLI.hpp
+        python3-jsonschema:jsonschema
         nlohmann-json3-dev:nlohmann/json.hpp
         libkainjow-mustache-dev:kainjow/mustache.hpp
         libcsv-dev:csv.h

@@ -1,9 +1,8 @@
 // Made from weather.vocabulary.json by qvpres generate --cpp; do not edit.
-//
-// The parameters of the weather view. Identifiers are part of what travels between programs: once given out, they keep their meaning.
-#pragma once
-
 // clang-format off
+//
+// The parameters of the weather view; once given out, identifiers and names keep their meaning
+#pragma once
 
 #include <qvpreslayer/qvpreslayer.h>
 
