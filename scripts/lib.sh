@@ -26,6 +26,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
         nlohmann-json3-dev:nlohmann/json.hpp
         locales:/usr/share/i18n/locales/tr_TR
         libcli11-dev:CLI/CLI.hpp
+        python3-jsonschema:jsonschema
         nlohmann-json3-dev:nlohmann/json.hpp
         libkainjow-mustache-dev:kainjow/mustache.hpp
         libcsv-dev:csv.h

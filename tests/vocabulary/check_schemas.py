@@ -5,7 +5,7 @@ check_schemas.py SCHEMA_SAMPLES DATA DECLARATION_SCHEMA [DECLARATION...]
 
 The texts that the program SCHEMA_SAMPLES writes must be valid. Of DATA/wrong-texts.json and
 DATA/wrong-declarations.json, all must be refused but those marked "beyond". DATA/every-type.json and the DECLARATIONs
-must be valid.
+must be valid; of a document in Markdown, the first block of JSON.
 """
 
 import json
@@ -59,10 +59,17 @@ def check_samples(samples, wrong):
     return count, len(wrong), names_seen
 
 
+def declaration_of(file):
+    text = pathlib.Path(file).read_text(encoding="utf-8")
+    if file.endswith(".md"):
+        text = text.partition("```json\n")[2].partition("```")[0]
+    return json.loads(text)
+
+
 def check_declarations(schema, files, wrong):
     validator = validator_of(schema, "declarations")
     for file in files:
-        error = first_error(validator, json.loads(pathlib.Path(file).read_text(encoding="utf-8")))
+        error = first_error(validator, declaration_of(file))
         check(error is None, f"{file}: {error}")
     for case in wrong:
         declaration = case.get("declaration")
