@@ -9,7 +9,7 @@ They read memory and call nothing in the program, so that they work on core file
     TString           TextBuffer.h: units in place and a tag behind them, or data and size
     RefCntPtr         boost::intrusive_ptr::px and RefCntObjectNonVirtualBase::m_count
     ValParameter      m_value
-    bags              BaseParameters::m_parameters and ParameterTable::m_entries and m_tree
+    bags              BaseParameters::m_parameters and ParameterTable::m_entries, m_size and m_tree
     DataValue         m_value (std::variant of libstdc++), m_type, m_precision, m_scale
     shared texts      the entries of IndirectString.cpp and Collation.cpp
     names in bags     the registry's tables, once a registry is published
@@ -328,12 +328,13 @@ NAMES = Names()
 
 def table_length(table):
     tree = unique_target(table["m_tree"])
-    return vector_length(table["m_entries"]) + (map_length(tree.dereference()) if int(tree) != 0 else 0)
+    return int(table["m_size"]) + (map_length(tree.dereference()) if int(tree) != 0 else 0)
 
 
 def table_entries(table):
     """The identifiers and pointers of a ParameterTable, upwards by identifier."""
-    for entry in vector_elements(table["m_entries"]):
+    for position in range(int(table["m_size"])):
+        entry = (table["m_entries"] + position).dereference()
         yield int(entry["id"]), entry["value"]
     tree = unique_target(table["m_tree"])
     if int(tree) != 0:
