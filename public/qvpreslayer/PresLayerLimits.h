@@ -42,7 +42,7 @@ QVPRESLAYER_API std::size_t GetExpansionBytes();
 QVPRESLAYER_API void SetExpansionBytes(std::size_t bytes);
 
 // Threads keep some memory from one document to the next: small blocks, up to 8 MiB, and the text and the list of
-// members that documents are written and read through, up to half a MiB. This frees what the calling thread keeps; its
+// members that documents are written and read through, up to 3 MiB. This frees what the calling thread keeps; its
 // end does so, too.
 QVPRESLAYER_API void ReleaseKeptMemory() noexcept;
 

@@ -30,7 +30,7 @@ namespace {
 // Deeper texts go the long way, which keeps the stack small.
 constexpr int kDirectLevels = 32;
 
-constexpr std::size_t kKeptItems = 4096;
+constexpr std::size_t kKeptItems = 32768;
 
 using Bag = BagStructureSerializer::Bag;
 using Bags = BagStructureSerializer::Bags;
