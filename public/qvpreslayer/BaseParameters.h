@@ -5,6 +5,10 @@
 //
 // Threads: once filled, a bag may be read from several threads at once. Every change, SetCacheParameter on a const bag
 // included, needs the caller's own exclusion.
+//
+// Exceptions: strong: a bag that cannot be changed stays as it was. HasParameter, HasCacheParameter,
+// RemoveOptionalParameter, storing a null and replacing a value never throw, nor does destroying, which needs no
+// memory.
 #pragma once
 
 #include <qvsys/RefCntPtr.h>

@@ -3,6 +3,9 @@
 // JSONSerializer drives it; hosts use it to write with events of their own.
 //
 // Threads: a visitor lives for one write and belongs to it.
+//
+// Exceptions: events are basic: what was written before a failure stays in the text, which is then of no use. Making
+// one is strong.
 #pragma once
 
 #include <cstdint>

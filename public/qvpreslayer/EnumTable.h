@@ -15,6 +15,8 @@
 // GetEnumValues<Season>() lists the table.
 //
 // Threads: tables are constants; nothing is built when the program starts, and nothing ever changes.
+//
+// Exceptions: reading and writing a value are strong; looking into a table never throws.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,7 @@
 // Bags and presentation models as JSON (RFC 8259) text, and back.
+//
+// Exceptions: strong, but for PresModelToString into a text of the caller's, which is basic: what was written before a
+// failure stays there. EnableCapture and ForceDisableCapture never throw.
 #pragma once
 
 #include <qvsys/RefCntPtr.h>

@@ -1,10 +1,13 @@
 // The limits that hold hostile input in check, in one place: defaults, and how a host changes them.
 //
 // Each breach is one exception; the caller's data is as it was. At the default depths everything fits a stack of
-// 256 KiB: texts, bags and the records of BagStructureSerializer take no more of it however deep they are, and where
-// host code or tuples make calls inside calls, a look at what is left of the stack comes before each level.
+// 256 KiB: reading, and writing bags and the records of BagStructureSerializer, take no more of it however deep they
+// are. Where structure serializers of the host, or tuples that are written, make calls inside calls, a look at what is
+// left of the stack comes before each level.
 //
 // Threads: set them at start-up; each is one atomic value, read wherever the limit is checked.
+//
+// Exceptions: setting and asking never throw; Spend is strong.
 #pragma once
 
 #include <cstddef>
@@ -24,7 +27,7 @@ inline constexpr int kDefaultBagDepth = 1000;
 inline constexpr int kDefaultTupleDepth = 256;
 
 // Bytes of its stack that a thread keeps for what happens inside a level: where less is left, from the 17th level on,
-// bags in a walk and tuples in a text are nested too deeply whatever the limits above say. 0 for no such look.
+// bags in a walk, and tuples that are written, are nested too deeply whatever the limits above say. 0 for no such look.
 inline constexpr std::size_t kDefaultStackReserve = std::size_t{32} * 1024;
 
 // Bytes of elements that runs expand to, for one list and for one reading call. ParameterParseException(0).

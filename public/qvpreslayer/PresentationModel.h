@@ -1,4 +1,6 @@
 // A model object that travels as a parameter and remembers its last serialized form.
+//
+// Exceptions: strong; asking and SetHash never throw.
 #pragma once
 
 #include <qvsys/RefCntObject.h>

@@ -1,4 +1,6 @@
 // Where in a text a failure lies.
+//
+// Exceptions: asking and setting never throw; the path is copied by whoever hands it over.
 #pragma once
 
 #include <cstddef>

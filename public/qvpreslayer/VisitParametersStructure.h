@@ -1,4 +1,7 @@
 // The walk of a bag: from values to events.
+//
+// Exceptions: basic: events told before a failure stay told, composites of records and lists of serializers are told
+// closed, bags, maps and structure lists are not. Making a walker is strong.
 #pragma once
 
 #include <qvsys/RefCntPtr.h>

@@ -51,6 +51,24 @@ DataValue Mixed() {
 
 }  // namespace
 
+// What is made at its first use, in a program that has no memory left by then. Run as the first test of its process, as
+// ctest does, it is the first use.
+TEST(Faults, FirstUses) {
+    const DataValue moved = [] {
+        DataValue tuple = typed::TupleOf({1});
+        const DataValue taken = std::move(tuple);
+        return tuple;
+    }();
+    const IndirectString empty;
+    const Spatial nowhere;
+    allocations::Arm(0, allocations::Mode::FromThereOn);
+    const bool right = Collation().GetName() == std::u16string_view(u"unknown") && empty.GetText().empty() &&
+                       nowhere.GetText().empty() && GetUnknownCollation() == empty.GetCollation() &&
+                       moved.GetHash() == moved.GetHash();
+    allocations::Disarm();
+    EXPECT_TRUE(right);
+}
+
 TEST(Faults, ChangingTexts) {
     CheckUnderFaults(OnEachText("appending a unit", Strong, [](TString& t) { t += u'x'; }));
     CheckUnderFaults(OnEachText("appending", Strong, [](TString& t) { t += kLong; }));

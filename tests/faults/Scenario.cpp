@@ -15,6 +15,7 @@
 #include <qvpreslayer/RegistryExceptions.h>
 
 #include "faults/Allocations.h"
+#include "support/Sanitized.h"
 
 namespace {
 
@@ -85,10 +86,11 @@ Outcome RunUndisturbed(const Subject& subject) {
     return Run(subject.operate, [] { allocations::ArmToCount(); });
 }
 
-// The allocations to fail: all of the first 200, then samples, and the last few.
+// The allocations to fail: all of the first 200, then samples, and the last few. Fewer under sanitizers, which look at
+// each run more closely.
 std::vector<long> PointsOf(long allocations) {
-    constexpr long kAll = 200;
-    constexpr long kSamples = 40;
+    constexpr long kAll = QV_TEST_SANITIZED ? 40 : 200;
+    constexpr long kSamples = QV_TEST_SANITIZED ? 8 : 40;
     std::vector<long> points;
     for (long point = 0; point < std::min(allocations, kAll); ++point) {
         points.push_back(point);

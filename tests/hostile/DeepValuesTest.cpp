@@ -68,7 +68,7 @@ TEST(DeepValues, TuplesAroundTheLimit) {
     EXPECT_EQ(kMalformed, OutcomeOfWriting(kMillion));
 }
 
-// Tuples are written and read by calls inside calls: a limit that the stack does not hold is out of reach.
+// Tuples are written by calls inside calls: a limit that the stack does not hold is out of reach then.
 TEST(DeepValues, HostsSetTheLimitOfTuples) {
     const LimitsScope scope;
     for (const int limit : {0, 1, 16, 17}) {
@@ -79,7 +79,7 @@ TEST(DeepValues, HostsSetTheLimitOfTuples) {
         EXPECT_EQ(kMalformed, OutcomeOfWriting(static_cast<std::size_t>(limit) + 1));
     }
     PresLayerLimits::SetTupleDepth(kMillion);
-    EXPECT_EQ(kMalformed, OutcomeOfReading(kMillion / 10));
+    EXPECT_EQ("done", OutcomeOfReading(kMillion / 10));
     EXPECT_EQ(kMalformed, OutcomeOfWriting(kMillion / 10));
 }
 

@@ -1,4 +1,4 @@
-// Work on a thread with a stack of 256 KiB.
+// Work on a thread with a stack of 256 KiB; of 1 MiB under sanitizers, whose frames are several times as large.
 #pragma once
 
 #include <pthread.h>
@@ -10,7 +10,9 @@
 
 #include <gtest/gtest.h>
 
-inline constexpr std::size_t kSmallStackBytes = std::size_t{256} * 1024;
+#include "support/Sanitized.h"
+
+inline constexpr std::size_t kSmallStackBytes = std::size_t{QV_TEST_SANITIZED ? 1024 : 256} * 1024;
 
 // Runs work on a thread of its own with a stack of so many bytes, and waits for it. Nothing may be thrown.
 inline void OnStackOf(std::size_t bytes, const std::function<void()>& work) {

@@ -1,4 +1,6 @@
 // The name of a data field.
+//
+// Exceptions: strong.
 #pragma once
 
 #include <string_view>

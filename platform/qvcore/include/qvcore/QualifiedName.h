@@ -1,4 +1,6 @@
 // Names made of scoped segments, such as [orders].[price].
+//
+// Exceptions: strong.
 #pragma once
 
 #include <compare>

@@ -1,6 +1,9 @@
 // The text of every name and value: UTF-16 code units, any of them, NUL and unpaired surrogates included.
 //
 // Threads: const operations may run at once on several threads; a change needs exclusion.
+//
+// Exceptions: strong: a text that cannot be changed stays as it was. What only looks, shortens, moves or destroys never
+// throws.
 #pragma once
 
 #include <compare>

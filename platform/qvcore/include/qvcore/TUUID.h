@@ -1,4 +1,6 @@
 // Universally unique identifiers (RFC 4122).
+//
+// Exceptions: making one from text and ToString are strong; all else never throws.
 #pragma once
 
 #include <array>

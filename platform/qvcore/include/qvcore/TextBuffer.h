@@ -1,6 +1,8 @@
 // The store inside TString: 32 bytes, up to 14 code units in place, longer texts in a block of their own.
 //
 // Included by TString.h; not for callers.
+//
+// Exceptions: strong.
 #pragma once
 
 #include <algorithm>

@@ -5,6 +5,9 @@
 //
 // Threads: blocks may be released on another thread than the one that took them. What a thread keeps is capped, and
 // freed when the thread ends or ReleaseKeptBlocks is called.
+//
+// Exceptions: AllocateBlock gives the strong guarantee; all else never throws, also where the system refuses to watch a
+// thread's end, whose blocks are not kept then.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,8 @@
 // Intrusive, atomic reference counts: the base of everything that is shared through RefCntPtr.
 //
 // Threads: counts may be changed from any thread. The object itself is as thread-safe as its own class says.
+//
+// Exceptions: counting never throws.
 #pragma once
 
 #include <atomic>

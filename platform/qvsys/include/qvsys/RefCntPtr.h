@@ -2,6 +2,8 @@
 //
 // Threads: several pointers to one object may be used from several threads; one pointer belongs to one thread at a
 // time.
+//
+// Exceptions: no operation throws but dereferencing an empty pointer and MakeRefCnt, which gives the strong guarantee.
 #pragma once
 
 #include <concepts>
