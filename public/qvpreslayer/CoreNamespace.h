@@ -9,7 +9,7 @@
 
 // An identifier as a value. The registry is its table of names: any registered identifier may stand here, not only the
 // four of the core namespace.
-enum class CoreParameterID : int {
+enum class QVPRESLAYER_API CoreParameterID : int {
     IntRLE = 285398425,     // "int-rle"
     UIntRLE = 297868712,    // "uint-rle"
     FloatRLE = 291551623,   // "float-rle"

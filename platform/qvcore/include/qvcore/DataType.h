@@ -3,8 +3,10 @@
 
 #include <cstdint>
 
+#include <qvcore/Export.h>
+
 // What a DataValue holds, or, for a null, what it would hold. The numbers are part of stored texts and never change.
-enum class DataType : std::uint8_t {
+enum class QVCORE_API DataType : std::uint8_t {
     Integer = 0,   // a signed 64-bit integer
     Real = 1,      // a finite double, with labels for precision and scale
     CString = 2,   // a text with the collation that it belongs to
