@@ -10,6 +10,7 @@
 #include <qvcore/DataValueFormatter.h>
 
 #include <qvpreslayer/PresLayerLimits.h>
+#include <qvpreslayer/detail/StackGuard.h>
 
 #include "main/serializers/DataValueText.h"
 
@@ -30,7 +31,8 @@ thread_local int s_tupleDepth = 0;
 class TupleLevel {
 public:
     TupleLevel() {
-        if (s_tupleDepth >= PresLayerLimits::GetTupleDepth()) {
+        const bool low = s_tupleDepth >= qvpreslayer::detail::kUnguardedLevels && qvpreslayer::detail::IsStackLow();
+        if (low || s_tupleDepth >= PresLayerLimits::GetTupleDepth()) {
             ThrowMalformedElement();
         }
         ++s_tupleDepth;

@@ -13,6 +13,10 @@
 #include <qvpreslayer/IParameters.h>
 #include <qvpreslayer/detail/ParameterTable.h>
 
+namespace qvpreslayer::detail {
+class PlainBags;
+}
+
 class QVPRESLAYER_API BaseParameters : public IParameters {
 public:
     BaseParameters();
@@ -60,6 +64,8 @@ protected:
     virtual RefCntPtr<BaseParameters> DoEmptyClone() = 0;
 
 private:
+    friend class qvpreslayer::detail::PlainBags;
+
     qvpreslayer::detail::ParameterTable m_parameters;               // no null pointers
     mutable qvpreslayer::detail::ParameterTable m_cacheParameters;  // likewise
 };

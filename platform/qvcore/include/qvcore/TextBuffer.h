@@ -72,6 +72,8 @@ public:
             Grow(units);
         }
     }
+    // Gives back the room behind a long text, where that is worth it and works.
+    void shrink_to_fit() noexcept;
     void resize(std::size_t units) {
         const std::size_t old = size();
         if (units > old) {

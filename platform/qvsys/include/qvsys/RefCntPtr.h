@@ -52,6 +52,14 @@ public:
 
     void Swap(RefCntPtr& other) noexcept { m_ptr.swap(other.m_ptr); }
 
+    // Shares an object that was made just now, and that no other thread knows.
+    static RefCntPtr OfNew(T* object) noexcept {
+        object->AddFirstReference();
+        RefCntPtr pointer;
+        pointer.m_ptr.reset(object, false);
+        return pointer;
+    }
+
 private:
     T* Checked() const {
         if (m_ptr.get() == nullptr) [[unlikely]] {
@@ -95,7 +103,7 @@ RefCntPtr<T> DynamicPtrCast(const RefCntPtr<U>& pointer) {
 // Makes an object that is shared from the start.
 template <class T, class... Arguments>
 RefCntPtr<T> MakeRefCnt(Arguments&&... arguments) {
-    return RefCntPtr<T>(new T(std::forward<Arguments>(arguments)...));
+    return RefCntPtr<T>::OfNew(new T(std::forward<Arguments>(arguments)...));
 }
 
 template <class T>
