@@ -119,7 +119,7 @@ TEST_F(EscapingRoundTrip, EveryUnitAsOtherReadersSeeIt) {
     for (const json_oracles::Oracle* oracle : oracles) {
         const auto value = oracle->Parse(std::u16string(text.view()), {});
         ASSERT_TRUE(value) << oracle->Name();
-        ASSERT_EQ(1U, value->members.size());
-        EXPECT_TRUE(back == value->members[0].second.text) << oracle->Name();
+        ASSERT_EQ(1U, value->elements.size());
+        EXPECT_TRUE(back == value->elements[0].text) << oracle->Name();
     }
 }

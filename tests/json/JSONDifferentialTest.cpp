@@ -175,11 +175,11 @@ private:
     // By name, each once.
     std::map<std::u16string, const Value*> Members(const Value& object) const {
         std::map<std::u16string, const Value*> members;
-        for (const auto& [name, value] : object.members) {
+        for (std::size_t i = 0; i < object.names.size(); ++i) {
             if (m_lastName) {
-                members.insert_or_assign(name, &value);
+                members.insert_or_assign(object.names[i], &object.elements[i]);
             } else {
-                members.emplace(name, &value);
+                members.emplace(object.names[i], &object.elements[i]);
             }
         }
         return members;

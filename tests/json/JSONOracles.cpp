@@ -30,10 +30,8 @@ public:
     bool Add(Value value) {
         if (m_open.empty()) {
             m_root = std::move(value);
-        } else if (m_open.back()->kind == Value::Array) {
-            m_open.back()->elements.push_back(std::move(value));
         } else {
-            m_open.back()->members.back().second = std::move(value);
+            m_open.back()->elements.push_back(std::move(value));
         }
         return true;
     }
@@ -41,13 +39,7 @@ public:
         Value value;
         value.kind = kind;
         Add(std::move(value));
-        if (m_open.empty()) {
-            m_open.push_back(&m_root);
-        } else if (m_open.back()->kind == Value::Array) {
-            m_open.push_back(&m_open.back()->elements.back());
-        } else {
-            m_open.push_back(&m_open.back()->members.back().second);
-        }
+        m_open.push_back(m_open.empty() ? &m_root : &m_open.back()->elements.back());
         return true;
     }
     bool Close() {
@@ -55,7 +47,7 @@ public:
         return true;
     }
     bool Name(std::u16string name) {
-        m_open.back()->members.emplace_back(std::move(name), Value());
+        m_open.back()->names.push_back(std::move(name));
         return true;
     }
     bool AddBool(bool boolean) {

@@ -6,12 +6,11 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace json_oracles {
 
-// A value of another parser. Members stand in the order of the text, names may repeat.
+// A value of another parser. The members of an object stand in the order of the text, names may repeat.
 struct Value {
     enum Kind { Null, Bool, Integer, Real, String, Array, Object };
 
@@ -20,8 +19,8 @@ struct Value {
     std::int64_t integer = 0;  // of 64 bits, signed or not: its bits
     double real = 0;
     std::u16string text;
-    std::vector<Value> elements;
-    std::vector<std::pair<std::u16string, Value>> members;
+    std::vector<Value> elements;        // of an array or object
+    std::vector<std::u16string> names;  // of an object, one for each element
 };
 
 // What the other parser is to let pass.
