@@ -54,15 +54,15 @@ char16_t* WriteFraction(char16_t* to, UInt64 fraction) {
     *to++ = u'.';
     if constexpr (Digits == 14) {
         constexpr UInt64 kTenTo6 = 1000000;
-        const auto high = static_cast<std::uint32_t>(fraction / kTenTo6);        // eight digits
+        const auto high = static_cast<std::uint32_t>(fraction / kTenTo6);       // eight digits
         const auto low = static_cast<std::uint32_t>(fraction % kTenTo6) * 100;  // six, and two zeros
 #if defined(__SSE2__)
         const __m128i first = SplitEightDigits(high);
         const __m128i second = SplitEightDigits(low);
         StoreDigits(to, first);
         StoreDigits(to + 8, second);
-        const __m128i zeros = _mm_packs_epi16(_mm_cmpeq_epi16(first, _mm_setzero_si128()),
-                                              _mm_cmpeq_epi16(second, _mm_setzero_si128()));
+        const __m128i zeros =
+            _mm_packs_epi16(_mm_cmpeq_epi16(first, _mm_setzero_si128()), _mm_cmpeq_epi16(second, _mm_setzero_si128()));
         const unsigned others = static_cast<unsigned>(_mm_movemask_epi8(zeros)) ^ 0xFFFFu;
         return to + std::bit_width(others);
 #else

@@ -1,4 +1,6 @@
 // What reading a JSON text let pass, for those who want to know.
+//
+// Exceptions: GetLeniencyText never throws; what Report throws ends the reading, and no bag is answered.
 #pragma once
 
 #include <qvpreslayer/Export.h>

@@ -1,5 +1,7 @@
 // The version of the library, by semantic versioning. Until 1.0 any minor version may change the interface.
 //
+// Exceptions: never throws.
+//
 // The three numbers stand here and nowhere else: the build and the packages read them from this file.
 #pragma once
 

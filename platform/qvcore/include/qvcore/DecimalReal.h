@@ -1,5 +1,7 @@
 // Decimal numbers of few digits to reals, for readers that have the digits at hand.
 //
+// Exceptions: never throws.
+//
 // Threads: both functions may run at once on several threads.
 #pragma once
 

@@ -1,4 +1,6 @@
 // What a library keeps for each thread, freed when the thread ends. Not for callers.
+//
+// Exceptions: never throws.
 #pragma once
 
 #include <atomic>
