@@ -123,7 +123,8 @@ public:
     // none; "qvcore" counts.
     const NamespaceDeclaration* FindCovering(int id) const;
 
-    // The parameter of an identifier, as the registry finds it: in the namespace that covers it. Null when there is none.
+    // The parameter of an identifier, as the registry finds it: in the namespace that covers it. Null when there is
+    // none.
     const ParameterDeclaration* FindId(int id) const;
 
     // Whether FromRegistry had to guess the parameter's type.
