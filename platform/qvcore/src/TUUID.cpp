@@ -38,8 +38,8 @@ std::uint32_t TakeDigits(__m128i units, __m128i& wrong) noexcept {
     const __m128i isLetter = _mm_cmpgt_epi16(lower, _mm_set1_epi16(u'9'));
     const __m128i base = _mm_or_si128(_mm_and_si128(isLetter, _mm_set1_epi16(u'a' - 10)),
                                       _mm_andnot_si128(isLetter, _mm_set1_epi16(u'0')));
-    const __m128i digits = _mm_sub_epi16(_mm_or_si128(_mm_and_si128(isLetter, lower), _mm_andnot_si128(isLetter, units)),
-                                         base);
+    const __m128i digits =
+        _mm_sub_epi16(_mm_or_si128(_mm_and_si128(isLetter, lower), _mm_andnot_si128(isLetter, units)), base);
     const __m128i letterTooLow = _mm_and_si128(isLetter, _mm_cmplt_epi16(digits, _mm_set1_epi16(10)));
     const __m128i outside = _mm_subs_epu16(digits, _mm_set1_epi16(15));
     wrong = _mm_or_si128(wrong, _mm_or_si128(letterTooLow, outside));

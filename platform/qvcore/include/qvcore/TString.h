@@ -107,7 +107,8 @@ public:
     }
 
     friend bool operator==(const TString& left, const TString& right) noexcept {
-        return left.size() == right.size() && std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
+        return left.size() == right.size() &&
+               std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
     }
     friend bool operator==(const TString& left, std::u16string_view right) noexcept { return left.view() == right; }
     friend bool operator==(const TString& left, const std::u16string& right) noexcept {

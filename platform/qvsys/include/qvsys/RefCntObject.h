@@ -16,8 +16,8 @@ public:
     // Adds one reference.
     void AddReference() const noexcept { m_count.fetch_add(1, std::memory_order_relaxed); }
 
-    // Adds the first reference of an object that nobody else knows yet; as AddReference where its constructor has already
-    // handed out some.
+    // Adds the first reference of an object that nobody else knows yet; as AddReference where its constructor has
+    // already handed out some.
     void AddFirstReference() const noexcept {
         if (m_count.load(std::memory_order_relaxed) == 0) {
             m_count.store(1, std::memory_order_relaxed);
