@@ -34,7 +34,7 @@ IParameter* ParameterTable::Find(int id) const noexcept {
     return entry != end() && entry->id == id ? entry->value.Get() : nullptr;
 }
 
-void ParameterTable::Set(int id, Value value) {
+void ParameterTable::SetElsewhere(int id, Value value) {
     if (m_tree) [[unlikely]] {
         m_tree->insert_or_assign(id, std::move(value));
         return;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include <qvsys/RefCntPtr.h>
@@ -38,7 +39,15 @@ public:
     IParameter* Find(int id) const noexcept;
 
     // Stores a value that is not null, in place of any earlier one. Without memory nothing changes.
-    void Set(int id, Value value);
+    void Set(int id, Value value) {
+        // Most bags are filled upwards.
+        if (m_size < m_capacity && (m_size == 0 || end()[-1].id < id)) [[likely]] {
+            new (end()) Entry{id, std::move(value)};
+            ++m_size;
+        } else {
+            SetElsewhere(id, std::move(value));
+        }
+    }
 
     // Makes room for so many entries.
     void Reserve(std::size_t entries);
@@ -71,6 +80,7 @@ private:
     Entry* begin() const noexcept { return m_entries; }
     Entry* end() const noexcept { return m_entries + m_size; }
 
+    void SetElsewhere(int id, Value value);
     Entry* LowerBound(int id) const noexcept;
     void Insert(Entry* before, int id, Value value);
     void RemoveArray() noexcept;
