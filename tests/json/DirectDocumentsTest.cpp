@@ -331,6 +331,15 @@ TEST(DirectDocumentsOfWatchedBags, AreFilledAsAtLength) {
     }
 }
 
+TEST_F(DirectDocuments, MapsInsideEntriesKeepTheirKeys) {
+    const std::string text =
+        R"({"byKey":{"a":{"byKey":{"x":{"n":1},"y":{}}},"b":{"byKey":{"p":{},"q":null}},"c":{"n":2}}})";
+    const JSONSerializer json(L"view");
+    json.ToParameters(TString::FromUtf8(text));  // fills the namespace
+    const RefCntPtr<IParameters> bag = json.ToParameters(TString::FromUtf8(text));
+    EXPECT_EQ("by-key=<a:(by-key=<x:(n=1),y:()>),b:(by-key=<p:(),q:null>),c:(n=2)>", BagDescription::Of(*bag));
+}
+
 TEST_F(DirectDocuments, HostsThatWriteNothingLeaveNoComma) {
     class Silent final : public BagStructureSerializer {
         void Serialize(RefCntPtr<const IParameter>, SerializeStructure&, int, bool) const override {}

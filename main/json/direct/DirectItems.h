@@ -47,14 +47,21 @@ public:
     DirectItem& operator[](std::size_t position) noexcept { return m_items[position]; }
     const DirectItem& operator[](std::size_t position) const noexcept { return m_items[position]; }
 
-    // Items that are null until they are said to be something else: then nothing can fail any more.
+    // An item that is null until it is said to be something else.
     std::size_t Add(int id) {
         m_items.push_back({id, DirectItem::Kind::Null, {nullptr}});
         return m_items.size() - 1;
     }
-    void SetValue(std::size_t position, RefCntPtr<IParameter> value) noexcept {
-        m_items[position].kind = DirectItem::Kind::Value;
-        m_items[position].value = value.Detach();
+    void Add(int id, RefCntPtr<IParameter> value) {
+        Add(id);
+        SetLast(value.Detach());
+    }
+
+    // A value that is made of value. The item comes first, so that nothing can fail when the value is there.
+    template <class Holder, class T>
+    void AddValue(int id, T&& value) {
+        Add(id);
+        SetLast(MakeRefCnt<Holder>(std::forward<T>(value)).Detach());
     }
     void SetInside(std::size_t position, DirectItem::Kind kind, std::uint64_t children) noexcept {
         m_items[position].kind = kind;
@@ -100,6 +107,11 @@ public:
     }
 
 private:
+    void SetLast(IParameter* value) noexcept {
+        m_items.back().kind = DirectItem::Kind::Value;
+        m_items.back().value = value;
+    }
+
     static constexpr std::size_t kKeptItems = 65536;
     static constexpr std::size_t kKeptKeys = 32768;
 

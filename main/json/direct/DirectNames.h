@@ -90,20 +90,23 @@ private:
     std::array<Successor, kSuccessors> m_successors;
 };
 
-// Whether the text at at begins with size units of name. Compares in blocks of eight units: both go on to the end of
-// the last one.
+// Whether the text at at begins with size units of name, which is not 0. Compares in blocks of eight units; a name of
+// fewer is followed by others that do not count.
 inline bool StartsWith(const char16_t* at, const char16_t* name, std::size_t size) {
 #if defined(__SSE2__)
-    for (std::size_t i = 0; i < size; i += 8) {
-        const __m128i left = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + i));
-        const __m128i right = _mm_loadu_si128(reinterpret_cast<const __m128i*>(name + i));
-        const auto differ = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(left, right))) ^ 0xFFFFu;
-        const unsigned looked = size - i >= 8 ? 0xFFFFu : (1u << (2 * (size - i))) - 1;
-        if ((differ & looked) != 0) {
-            return false;
-        }
+    const auto equal = [&](std::size_t i) {
+        return _mm_cmpeq_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at + i)),
+                               _mm_loadu_si128(reinterpret_cast<const __m128i*>(name + i)));
+    };
+    if (size < 8) {
+        const unsigned looked = (1u << (2 * size)) - 1;
+        return (static_cast<unsigned>(_mm_movemask_epi8(equal(0))) & looked) == looked;
     }
-    return true;
+    __m128i all = _mm_and_si128(equal(0), equal(size - 8));
+    for (std::size_t i = 8; i + 8 < size; i += 8) {
+        all = _mm_and_si128(all, equal(i));
+    }
+    return _mm_movemask_epi8(all) == 0xFFFF;
 #else
     return std::u16string_view(at, size) == std::u16string_view(name, size);
 #endif

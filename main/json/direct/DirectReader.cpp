@@ -1,6 +1,7 @@
 #include "main/json/direct/DirectReader.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <map>
 #include <type_traits>
@@ -151,7 +152,7 @@ bool DirectReader::Read(const TString& json, ParametersRegistry& registry, const
     m_items.Clear();
     m_spent = 0;
     const PresLayerLimits::ExpansionBudgetScope budget;
-    if (ReadText()) {
+    if (ReadWholeText()) {
         return true;
     }
     PresLayerLimits::ExpansionBudgetScope::GiveBack(m_spent);  // the long way spends it again
@@ -159,7 +160,7 @@ bool DirectReader::Read(const TString& json, ParametersRegistry& registry, const
 }
 
 // What fails here fails again on the long way, which says why.
-bool DirectReader::ReadText() {
+bool DirectReader::ReadWholeText() {
     try {
         const char16_t* const at = Expect(m_begin, u'{');
         return at != nullptr && ReadBag(at, nullptr, 0) != nullptr;
@@ -246,20 +247,16 @@ bool DirectReader::HasEqualMembers(std::size_t position, std::uint32_t members) 
 }
 
 const char16_t* DirectReader::ReadMember(const char16_t* at, const Record& parameter) {
-    Value value;
-    const char16_t* behind = nullptr;
     switch (parameter.kind) {
         case PTC_Text:
         case PTC_Number:
         case PTC_Bool:
-            behind = ReadScalar(at, parameter, value);
-            break;
+            return ReadScalar(at, parameter);
         case PTC_List:
-            behind = ReadList(at, parameter, value);
-            break;
+            return *at == u'[' ? ReadList(at + 1, parameter) : ReadNull(at, parameter.id);
         case PTC_Map:
-            behind = parameter.type == DirectType::String ? ReadMap(at, value) : nullptr;
-            break;
+            return *at == u'{' && parameter.type == DirectType::String ? ReadMap(at + 1, parameter.id)
+                                                                       : ReadNull(at, parameter.id);
         case PTC_Bag:
             return *at == u'{' ? ReadBag(at + 1, &parameter, parameter.id) : ReadNull(at, parameter.id);
         case PTC_Structure:
@@ -274,11 +271,6 @@ const char16_t* DirectReader::ReadMember(const char16_t* at, const Record& param
         default:
             return nullptr;
     }
-    if (behind == nullptr) [[unlikely]] {
-        return ReadNull(at, parameter.id);
-    }
-    m_items.SetValue(m_items.Add(parameter.id), std::move(value));
-    return behind;
 }
 
 const char16_t* DirectReader::ReadNull(const char16_t* at, int id) {
@@ -350,77 +342,61 @@ const char16_t* DirectReader::ReadEntry(const char16_t* at, const Record& parame
     return *at == u'{' ? ReadBag(at + 1, &parameter, key) : ReadNull(at, key);
 }
 
-const char16_t* DirectReader::ReadScalar(const char16_t* at, const Record& parameter, Value& value) {
+const char16_t* DirectReader::ReadScalar(const char16_t* at, const Record& parameter) {
     switch (parameter.type) {
         case DirectType::Int:
-            return ReadNumber<int>(at, value);
+            return ReadNumber<int>(at, parameter.id);
         case DirectType::UInt:
-            return ReadNumber<unsigned int>(at, value);
+            return ReadNumber<unsigned int>(at, parameter.id);
         case DirectType::Int64:
-            return ReadNumber<::Int64>(at, value);
+            return ReadNumber<::Int64>(at, parameter.id);
         case DirectType::UInt64:
-            return ReadNumber<::UInt64>(at, value);
+            return ReadNumber<::UInt64>(at, parameter.id);
         case DirectType::Double:
-            return ReadNumber<double>(at, value);
-        case DirectType::Bool: {
-            bool truth = false;
-            at = TakeBool(at, truth);
-            value = at == nullptr ? Value() : MakeRefCnt<ValParameter<bool>>(truth);
-            return at;
-        }
-        case DirectType::String: {
-            TString text;
-            at = *at == u'"' ? TakeString(at + 1, m_end, text) : nullptr;
-            value = at == nullptr ? Value() : MakeRefCnt<ValParameter<TString>>(std::move(text));
-            return at;
-        }
-        case DirectType::Text: {
-            std::u16string_view text;
-            at = *at == u'"' ? TakePlainString(at + 1, m_end, text) : nullptr;
-            value = at == nullptr ? Value() : parameter.text->fromText(text);
-            return value ? at : nullptr;
-        }
+            return ReadNumber<double>(at, parameter.id);
+        case DirectType::Bool:
+            return ReadBool(at, parameter.id);
+        case DirectType::String:
+            return ReadString(at, parameter.id);
+        case DirectType::Text:
+            return ReadText(at, parameter);
         default:
-            return nullptr;
+            return ReadNull(at, parameter.id);
     }
 }
 
-const char16_t* DirectReader::ReadList(const char16_t* at, const Record& parameter, Value& value) {
+// Behind the opening bracket.
+const char16_t* DirectReader::ReadList(const char16_t* at, const Record& parameter) {
     const Level level(*this);
-    if (level.IsTooDeep() || *at != u'[') {
+    if (level.IsTooDeep()) {
         return nullptr;
     }
-    ++at;
     switch (parameter.type) {
         case DirectType::Int:
-            return ReadNumbers<int>(at, value);
+            return ReadNumbers<int>(at, parameter.id);
         case DirectType::UInt:
-            return ReadNumbers<unsigned int>(at, value);
+            return ReadNumbers<unsigned int>(at, parameter.id);
         case DirectType::Int64:
-            return ReadNumbers<::Int64>(at, value);
+            return ReadNumbers<::Int64>(at, parameter.id);
         case DirectType::UInt64:
-            return ReadNumbers<::UInt64>(at, value);
+            return ReadNumbers<::UInt64>(at, parameter.id);
         case DirectType::Double:
-            return ReadNumbers<double>(at, value);
+            return ReadNumbers<double>(at, parameter.id);
         case DirectType::Bool:
-            return ReadBools(at, value);
+            return ReadBools(at, parameter.id);
         case DirectType::String:
-            return ReadStrings(at, value);
-        case DirectType::Text: {
-            StringTexts texts(at, m_end);
-            value = parameter.text->fromTexts(texts);
-            return value ? texts.Behind() : nullptr;
-        }
+            return ReadStrings(at, parameter.id);
+        case DirectType::Text:
+            return ReadTexts(at, parameter);
         default:
             return nullptr;
     }
 }
 
-// Keys stand as they are.
-const char16_t* DirectReader::ReadMap(const char16_t* at, Value& value) {
+// Behind the opening brace. Keys stand as they are.
+const char16_t* DirectReader::ReadMap(const char16_t* at, int id) {
     const Level level(*this);
-    at = level.IsTooDeep() ? nullptr : Expect(at, u'{');
-    if (at == nullptr) {
+    if (level.IsTooDeep()) {
         return nullptr;
     }
     std::map<TString, TString> texts;
@@ -445,7 +421,7 @@ const char16_t* DirectReader::ReadMap(const char16_t* at, Value& value) {
             at = SkipBlanks(at);
         } while (*at == u',');
     }
-    value = MakeRefCnt<ValParameter<std::map<TString, TString>>>(std::move(texts));
+    m_items.AddValue<ValParameter<std::map<TString, TString>>>(id, std::move(texts));
     return *at == u'}' ? at + 1 : nullptr;
 }
 
@@ -461,18 +437,68 @@ const char16_t* DirectReader::TakeNumber(const char16_t* at, T& value) const {
 }
 
 template <class T>
-const char16_t* DirectReader::ReadNumber(const char16_t* at, Value& value) {
+const char16_t* DirectReader::ReadNumber(const char16_t* at, int id) {
     T number{};
-    at = TakeNumber(at, number);
+    const char16_t* const behind = TakeNumber(at, number);
+    if (behind == nullptr) [[unlikely]] {
+        return ReadNull(at, id);
+    }
+    m_items.AddValue<ValParameter<T>>(id, number);
+    return behind;
+}
+
+const char16_t* DirectReader::ReadBool(const char16_t* at, int id) {
+    bool truth = false;
+    const char16_t* const behind = TakeBool(at, truth);
+    if (behind == nullptr) [[unlikely]] {
+        return ReadNull(at, id);
+    }
+    m_items.AddValue<ValParameter<bool>>(id, truth);
+    return behind;
+}
+
+const char16_t* DirectReader::ReadString(const char16_t* at, int id) {
+    if (*at != u'"') [[unlikely]] {
+        return ReadNull(at, id);
+    }
+    TString text;
+    at = TakeString(at + 1, m_end, text);
     if (at != nullptr) {
-        value = MakeRefCnt<ValParameter<T>>(number);
+        m_items.AddValue<ValParameter<TString>>(id, std::move(text));
     }
     return at;
 }
 
-// Behind the opening bracket.
+const char16_t* DirectReader::ReadText(const char16_t* at, const Record& parameter) {
+    if (*at != u'"') [[unlikely]] {
+        return ReadNull(at, parameter.id);
+    }
+    std::u16string_view text;
+    at = TakePlainString(at + 1, m_end, text);
+    if (at == nullptr) {
+        return nullptr;
+    }
+    Value value = parameter.text->fromText(text);
+    if (!value) {
+        return nullptr;
+    }
+    m_items.Add(parameter.id, std::move(value));
+    return at;
+}
+
+// Behind the opening bracket, as all lists.
+const char16_t* DirectReader::ReadTexts(const char16_t* at, const Record& parameter) {
+    StringTexts texts(at, m_end);
+    Value value = parameter.text->fromTexts(texts);
+    if (!value) {
+        return nullptr;
+    }
+    m_items.Add(parameter.id, std::move(value));
+    return texts.Behind();
+}
+
 template <class T>
-const char16_t* DirectReader::ReadNumbers(const char16_t* at, Value& value) {
+const char16_t* DirectReader::ReadNumbers(const char16_t* at, int id) {
     std::vector<T> values;
     at = SkipBlanks(at);
     if (*at != u']') {
@@ -499,7 +525,7 @@ const char16_t* DirectReader::ReadNumbers(const char16_t* at, Value& value) {
     if (*at != u']') {
         return nullptr;
     }
-    value = MakeRefCnt<ValParameter<std::vector<T>>>(std::move(values));
+    m_items.AddValue<ValParameter<std::vector<T>>>(id, std::move(values));
     return at + 1;
 }
 
@@ -543,11 +569,16 @@ const char16_t* DirectReader::TakeWord(const char16_t* at, std::u16string_view w
 }
 
 const char16_t* DirectReader::TakeBool(const char16_t* at, bool& value) const {
-    value = *at == u't';
-    return TakeWord(at, value ? u"true" : u"false");
+    if (m_end - at < 5) [[unlikely]] {
+        value = *at == u't';
+        return TakeWord(at, value ? u"true" : u"false");
+    }
+    value = std::memcmp(at, u"true", 4 * sizeof(char16_t)) == 0;
+    const bool isFalse = at[4] == u'e' && std::memcmp(at, u"fals", 4 * sizeof(char16_t)) == 0;
+    return value ? at + 4 : isFalse ? at + 5 : nullptr;
 }
 
-const char16_t* DirectReader::ReadBools(const char16_t* at, Value& value) {
+const char16_t* DirectReader::ReadBools(const char16_t* at, int id) {
     std::vector<bool> values;
     at = SkipBlanks(at);
     if (*at != u']') {
@@ -561,11 +592,11 @@ const char16_t* DirectReader::ReadBools(const char16_t* at, Value& value) {
             at = SkipBlanks(at);
         } while (*at == u',');
     }
-    value = MakeRefCnt<ValParameter<std::vector<bool>>>(std::move(values));
+    m_items.AddValue<ValParameter<std::vector<bool>>>(id, std::move(values));
     return *at == u']' ? at + 1 : nullptr;
 }
 
-const char16_t* DirectReader::ReadStrings(const char16_t* at, Value& value) {
+const char16_t* DirectReader::ReadStrings(const char16_t* at, int id) {
     std::vector<TString> values;
     at = SkipBlanks(at);
     if (*at != u']') {
@@ -578,6 +609,6 @@ const char16_t* DirectReader::ReadStrings(const char16_t* at, Value& value) {
             at = SkipBlanks(at);
         } while (*at == u',');
     }
-    value = MakeRefCnt<ValParameter<std::vector<TString>>>(std::move(values));
+    m_items.AddValue<ValParameter<std::vector<TString>>>(id, std::move(values));
     return *at == u']' ? at + 1 : nullptr;
 }

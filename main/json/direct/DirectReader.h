@@ -42,8 +42,10 @@ private:
     class Level;
     class StringTexts;
 
-    // Each reads from a place on and answers the place behind what it read; null for the long way.
-    bool ReadText();
+    bool ReadWholeText();
+
+    // Each reads from a place on, adds the item of what it read, and answers the place behind; null for the long way.
+    // Those with an identifier are told what the item is to name.
     const char16_t* ReadBag(const char16_t* at, const Record* owner, int id);
     const char16_t* ReadMembers(const char16_t* at, const Record* owner, std::uint32_t& members, bool& ascends);
     const char16_t* ReadMember(const char16_t* at, const Record& parameter);
@@ -53,17 +55,22 @@ private:
     const char16_t* ReadEntry(const char16_t* at, const Record& parameter, int key);
     bool HasEqualMembers(std::size_t position, std::uint32_t members) const;
 
-    // The same, with what they read.
-    const char16_t* ReadScalar(const char16_t* at, const Record& parameter, Value& value);
-    const char16_t* ReadList(const char16_t* at, const Record& parameter, Value& value);
-    const char16_t* ReadMap(const char16_t* at, Value& value);
-    const char16_t* ReadBools(const char16_t* at, Value& value);
-    const char16_t* ReadStrings(const char16_t* at, Value& value);
-    const char16_t* ReadTexts(const char16_t* at, const Record& parameter, Value& value);
+    const char16_t* ReadScalar(const char16_t* at, const Record& parameter);
     template <class T>
-    const char16_t* ReadNumber(const char16_t* at, Value& value);
+    const char16_t* ReadNumber(const char16_t* at, int id);
+    const char16_t* ReadBool(const char16_t* at, int id);
+    const char16_t* ReadString(const char16_t* at, int id);
+    const char16_t* ReadText(const char16_t* at, const Record& parameter);
+
+    const char16_t* ReadMap(const char16_t* at, int id);
+    const char16_t* ReadList(const char16_t* at, const Record& parameter);
     template <class T>
-    const char16_t* ReadNumbers(const char16_t* at, Value& value);
+    const char16_t* ReadNumbers(const char16_t* at, int id);
+    const char16_t* ReadBools(const char16_t* at, int id);
+    const char16_t* ReadStrings(const char16_t* at, int id);
+    const char16_t* ReadTexts(const char16_t* at, const Record& parameter);
+
+    // Parts of values, which add no item.
     template <class T>
     const char16_t* ReadRun(const char16_t* at, std::vector<T>& values);
     template <class T>

@@ -49,7 +49,7 @@ struct alignas(64) Slab {
     // Stands in one of several places at the start of the memory: in the same one, the first lines of all slabs would
     // crowd each other out of the processor's cache.
     static Slab* In(std::uintptr_t memory) noexcept {
-        return reinterpret_cast<Slab*>(memory + (memory / kSlabBytes ^ memory / kSlabBytes / kColours) % kColours * 64);
+        return reinterpret_cast<Slab*>(memory + memory / kSlabBytes % kColours * 64);
     }
     static Slab* Of(void* block) noexcept { return In(MemoryOf(block)); }
     static std::uintptr_t MemoryOf(void* inside) noexcept {
