@@ -9,6 +9,8 @@
 
 #include <cxxabi.h>
 
+#include <qvsys/LargePages.h>
+
 #include <qvpreslayer/PresLayerLimits.h>
 #include <qvpreslayer/ValParameter.h>
 #include <qvpreslayer/detail/RunFilling.h>
@@ -20,6 +22,15 @@
 #include "main/json/direct/DirectNumberLists.h"
 
 using qvpreslayer::detail::DirectType;
+
+// A run that follows so many plain elements.
+template <class T>
+struct RunAt {
+    std::size_t position;
+    T first;
+    unsigned int length;
+    typename std::conditional_t<std::is_integral_v<T>, std::make_signed<T>, std::type_identity<T>>::type step;
+};
 
 namespace {
 
@@ -35,6 +46,32 @@ bool Fits(From number, T& value) {
     }
     value = static_cast<T>(number);
     return true;
+}
+
+// Room for so many elements, in large pages where they fill some.
+template <class T>
+void ReserveLarge(std::vector<T>& values, std::size_t elements) {
+    values.reserve(elements);
+    qvsys::detail::PreferLargePages(values.data(), elements * sizeof(T));
+}
+
+// The list that plain elements and the runs between them make, in memory that is asked for once.
+template <class T>
+std::vector<T> Expanded(const std::vector<T>& plain, const std::vector<RunAt<T>>& runs) {
+    std::size_t size = plain.size();
+    for (const RunAt<T>& run : runs) {
+        size += run.length;
+    }
+    std::vector<T> values;
+    ReserveLarge(values, size);
+    std::size_t taken = 0;
+    for (const RunAt<T>& run : runs) {
+        values.insert(values.end(), plain.data() + taken, plain.data() + run.position);
+        taken = run.position;
+        qvpreslayer::detail::AppendRun(values, run.first, run.length, run.step);
+    }
+    values.insert(values.end(), plain.data() + taken, plain.data() + plain.size());
+    return values;
 }
 
 // What stands between values. Documents of programs have little of it.
@@ -218,7 +255,11 @@ const char16_t* DirectReader::ReadMembers(const char16_t* at, const Record* owne
             guess = m_names.Behind(previous);
         }
         at = Expect(at, u':');
-        at = at == nullptr ? nullptr : ReadMember(SkipBlanks(at), *previous);
+        if (at == nullptr) {
+            return nullptr;
+        }
+        at += *at == u' ' ? 1 : 0;  // as it is written before single values
+        at = ReadMember(SkipBlanks(at), *previous);
         if (at == nullptr) {
             return nullptr;
         }
@@ -499,18 +540,19 @@ const char16_t* DirectReader::ReadTexts(const char16_t* at, const Record& parame
 
 template <class T>
 const char16_t* DirectReader::ReadNumbers(const char16_t* at, int id) {
-    std::vector<T> values;
+    std::vector<T> plain;
+    std::vector<RunAt<T>> runs;
     at = SkipBlanks(at);
     if (*at != u']') {
-        values.reserve(CountElements(at, m_end));
+        ReserveLarge(plain, CountElements(at, m_end));
         while (true) {
-            at = TakeUsualNumbers(SkipBlanks(at), m_begin, m_end, values);
+            at = TakeUsualNumbers(SkipBlanks(at), m_begin, m_end, plain);
             if (*at == u'[') {
-                at = ReadRun(at + 1, values);
+                at = ReadRun(at + 1, plain.size(), runs);
             } else {
                 T number{};
                 at = TakeNumber(at, number);
-                values.push_back(number);
+                plain.push_back(number);
             }
             if (at == nullptr) {
                 return nullptr;
@@ -525,40 +567,37 @@ const char16_t* DirectReader::ReadNumbers(const char16_t* at, int id) {
     if (*at != u']') {
         return nullptr;
     }
-    m_items.AddValue<ValParameter<std::vector<T>>>(id, std::move(values));
+    m_items.AddValue<ValParameter<std::vector<T>>>(id, runs.empty() ? std::move(plain) : Expanded(plain, runs));
     return at + 1;
 }
 
 // A nested list, from behind its opening bracket on: a run of two or three items, or the marker that a packed list ends
 // with. Other sizes go the long way, as do runs that it refuses.
 template <class T>
-const char16_t* DirectReader::ReadRun(const char16_t* at, std::vector<T>& values) {
-    using Step = typename std::conditional_t<std::is_integral_v<T>, std::make_signed<T>, std::type_identity<T>>::type;
+const char16_t* DirectReader::ReadRun(const char16_t* at, std::size_t position, std::vector<RunAt<T>>& runs) {
     const Level level(*this);
     at = SkipBlanks(at);
     if (level.IsTooDeep() || *at == u']') {
         return level.IsTooDeep() ? nullptr : at + 1;
     }
-    T first{};
-    unsigned int length = 0;
-    Step step{};
-    at = TakeNumber(at, first);
+    RunAt<T> run{position, {}, 0, {}};
+    at = TakeNumber(at, run.first);
     at = at == nullptr ? nullptr : Expect(at, u',');
-    at = at == nullptr ? nullptr : TakeNumber(SkipBlanks(at), length);
+    at = at == nullptr ? nullptr : TakeNumber(SkipBlanks(at), run.length);
     if (at == nullptr) {
         return nullptr;
     }
     at = SkipBlanks(at);
     if (std::is_integral_v<T> && *at == u',') {
-        at = TakeNumber(SkipBlanks(at + 1), step);
+        at = TakeNumber(SkipBlanks(at + 1), run.step);
     }
     at = at == nullptr ? nullptr : Expect(at, u']');
     if (at == nullptr) {
         return nullptr;
     }
-    PresLayerLimits::ExpansionBudgetScope::Spend(length * sizeof(T));
-    m_spent += length * sizeof(T);
-    qvpreslayer::detail::AppendRun(values, first, length, step);
+    PresLayerLimits::ExpansionBudgetScope::Spend(run.length * sizeof(T));
+    m_spent += run.length * sizeof(T);
+    runs.push_back(run);
     return at;
 }
 

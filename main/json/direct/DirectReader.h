@@ -18,6 +18,9 @@
 #include "main/json/direct/DirectNames.h"
 #include "main/json/direct/DirectNumberReader.h"
 
+template <class T>
+struct RunAt;
+
 // Makes the bag that JSONReader makes of a valid text whose parameters are of the library's own types. Everything else
 // goes the long way, from the start of the text: what is not valid, comments, host serializers, names twice in one
 // object, values of another kind than registered, namespaces that have not been filled yet. So every failure is that of
@@ -72,7 +75,7 @@ private:
 
     // Parts of values, which add no item.
     template <class T>
-    const char16_t* ReadRun(const char16_t* at, std::vector<T>& values);
+    const char16_t* ReadRun(const char16_t* at, std::size_t position, std::vector<RunAt<T>>& runs);
     template <class T>
     const char16_t* TakeNumber(const char16_t* at, T& value) const;
     const char16_t* TakeBool(const char16_t* at, bool& value) const;
