@@ -1,6 +1,6 @@
-// Work that may take little: in a process of its own, with 512 MiB of memory and a stack of 256 KiB. What breaks a limit,
-// or crashes, ends that process and not the tests. Processor time is limited only so far that nothing hangs: all of it
-// takes less than 2 seconds on a machine of its own, but tests run on machines that are shared.
+// Work that may take little: in a process of its own, with 512 MiB of memory and a stack of 256 KiB. What breaks a
+// limit, or crashes, ends that process and not the tests. Processor time is limited only so far that nothing hangs: all
+// of it takes less than 2 seconds on a machine of its own, but tests run on machines that are shared.
 #pragma once
 
 #include <sys/resource.h>
