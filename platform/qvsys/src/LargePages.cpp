@@ -10,14 +10,12 @@ namespace qvsys::detail {
 
 void AskForLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) noexcept {
 #if defined(__linux__) && defined(MADV_HUGEPAGE)
-    // The system's own are at least as large; whole pages inside the memory alone.
-    constexpr std::uintptr_t kPage = 2 * 1024 * 1024;
-    const auto begin = reinterpret_cast<std::uintptr_t>(memory);
-    const std::uintptr_t from = (begin + kPage - 1) / kPage * kPage;
-    const std::uintptr_t to = (begin + bytes) / kPage * kPage;
-    if (from < to) {
-        madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
-    }
+    // All pages that the memory touches: advice for a part of a mapping would divide it, and what is divided cannot grow
+    // in place.
+    constexpr std::uintptr_t kPage = 4096;
+    const auto begin = reinterpret_cast<std::uintptr_t>(memory) / kPage * kPage;
+    const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(memory) + bytes + kPage - 1) / kPage * kPage;
+    madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
 #endif
 }
 
