@@ -132,6 +132,9 @@ public:
     // Takes as many elements from at on as go on with the open run, as far as one comparison each can tell; answers the
     // first that does not.
     const T* Continue(const T* at, const T* end) noexcept {
+        if (m_run.length == 1) {
+            at = ContinueFirst(at, end);
+        }
         // A small step is usable between any two neighbours, as long as values do not wrap.
         if (m_run.length < kLongEnough || m_run.step >= kHalfBound) {
             return at;
@@ -185,6 +188,24 @@ private:
         }
         return bound;
     }();
+
+    // Three elements that make a run of the one there is, at once: most long runs begin so.
+    const T* ContinueFirst(const T* at, const T* end) noexcept {
+        if (end - at < 3) {
+            return at;
+        }
+        const Magnitude step = Distance(m_last, at[0]);
+        const bool descending = at[0] < m_last;
+        const auto goesOn = [&](T from, T to) { return Distance(from, to) == step && (to < from) == descending; };
+        if (step >= kHalfBound || !goesOn(at[0], at[1]) || !goesOn(at[1], at[2])) {
+            return at;
+        }
+        m_run.step = step;
+        m_run.descending = descending;
+        m_run.length = kLongEnough;
+        m_last = at[2];
+        return at + 3;
+    }
 
     // The absolute difference, in the unsigned type, where it always fits.
     static Magnitude Distance(T left, T right) {
