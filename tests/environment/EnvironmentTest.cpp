@@ -14,6 +14,14 @@
 
 #include "environment/Transcript.h"
 
+#if defined(__SANITIZE_ADDRESS__)
+// The C library forgets to free the list of folders that it makes from LOCPATH for each locale of the C++ library.
+extern "C" const char* __lsan_default_suppressions();  // NOLINT(bugprone-reserved-identifier): the sanitizer's name
+extern "C" const char* __lsan_default_suppressions() {  // NOLINT(bugprone-reserved-identifier)
+    return "leak:argz_add_sep\n";
+}
+#endif
+
 namespace {
 
 // A locale of the C and the C++ library, in force for the whole process as long as this lives. The locales are those

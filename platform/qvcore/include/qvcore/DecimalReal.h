@@ -1,4 +1,4 @@
-// Decimal numbers of few digits to reals, for readers that have the digits at hand.
+// Decimal numbers of few digits to reals, for readers that have the digits at hand. Not for callers.
 //
 // Exceptions: never throws.
 //
