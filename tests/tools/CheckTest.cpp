@@ -290,6 +290,13 @@ TEST_F(CheckTest, WhatIsPassedOver) {
     EXPECT_THAT(Codes(R"({"selection": [1]})"), ElementsAre("never-written"));
 }
 
+TEST_F(CheckTest, CharactersThatOtherReadersMayRefuse) {
+    EXPECT_THAT(Codes(R"({"title": "\ud83d\ude00 \\ud800", "colors": {"a": "\ud83d\ude00"}})"), ElementsAre());
+    EXPECT_EQ(Place(R"({"colors": {"a": "\ud83d"}})", true), "1:18 /colors/a");
+    EXPECT_THAT(Codes(R"({"title": "\ude00\ud83d"})"), ElementsAre("odd-character"));
+    EXPECT_THAT(Codes(std::string("{\"title\": \"a\0b\"}", 16)), ElementsAre("odd-character"));
+}
+
 TEST_F(CheckTest, MembersThatAStructureIsNotDeclaredToHold) {
     const CheckFinding finding = Only(R"({"style": {"title": "x"}})", true);
     EXPECT_EQ(finding.code, "undeclared-member");
@@ -301,4 +308,35 @@ TEST_F(CheckTest, BytesThatAreNotUTF8) {
     EXPECT_EQ(finding.code, "not-utf8");
     EXPECT_EQ(finding.message, "byte 13 is not UTF-8; what is not is read as U+FFFD");
     EXPECT_EQ(finding.column, 13U);
+}
+
+// ---- Other vocabularies
+
+namespace {
+
+// The leniencies of a text of these parameters: the code and the path of each.
+std::vector<std::string> LenienciesOf(const std::string& json, const std::string& parameters) {
+    const qvpres::LoadedVocabulary loaded(qvpres::Vocabulary::FromText(ViewText(parameters), "view.json"));
+    CheckOptions options;
+    options.strict = true;
+    std::vector<std::string> found;
+    for (const CheckFinding& finding : Check(json, loaded, L"view", options).findings) {
+        found.push_back(finding.code + " " + finding.path);
+    }
+    return found;
+}
+
+}  // namespace
+
+TEST(CheckLeniencies, AnArrayForAStructureWithoutAFormOfAList) {
+    EXPECT_THAT(LenienciesOf(R"({"place": ["a"]})", R"({"id": 1001, "name": "place", "kind": "structure"})"),
+                ElementsAre("passed-over /place"));
+}
+
+TEST(CheckLeniencies, HoursAndMinutesKeep32Bits) {
+    EXPECT_THAT(LenienciesOf(R"({"open": "4294967297", "steps": ["2147483647", "-2147483649"], "ticks": "4294967297"})",
+                             R"({"id": 1001, "name": "open", "type": "hours"},
+                                {"id": 1002, "name": "steps", "kind": "list", "type": "minutes"},
+                                {"id": 1003, "name": "ticks", "type": "nanoseconds"})"),
+                ElementsAre("wraps /open", "wraps /steps/1"));
 }

@@ -20,7 +20,7 @@ std::string ReadGuide() {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-// The steps of all blocks marked console. A command that ends with a backslash goes on in the next line.
+// The steps of all blocks marked console. A command that ends with a backslash or a pipe goes on in the next line.
 std::vector<Step> StepsOf(const std::string& guide) {
     std::vector<Step> steps;
     std::istringstream lines(guide);
@@ -31,7 +31,8 @@ std::vector<Step> StepsOf(const std::string& guide) {
             inside = line == "```console";
         } else if (inside && line.starts_with("$ ")) {
             steps.push_back({line.substr(2), "", number});
-        } else if (inside && !steps.empty() && steps.back().output.empty() && steps.back().command.ends_with("\\")) {
+        } else if (inside && !steps.empty() && steps.back().output.empty() &&
+                   (steps.back().command.ends_with("\\") || steps.back().command.ends_with("|"))) {
             steps.back().command += "\n" + line;
         } else if (inside && !steps.empty()) {
             steps.back().output += line + "\n";
@@ -77,25 +78,10 @@ TEST(Guide, EveryCommandAndEveryCodeOfCheckIsThere) {
     for (const char* command : {"check", "show", "convert", "diff", "stats", "import", "report"}) {
         EXPECT_NE(guide.find(std::string("\n## ") + command + "\n"), std::string::npos) << command;
     }
-    for (const char* code : {"not-json",
-                             "root",
-                             "unknown-name",
-                             "kind",
-                             "value",
-                             "duplicate",
-                             "null",
-                             "wraps",
-                             "rounded",
-                             "other-kind",
-                             "empty-text",
-                             "unknown-value",
-                             "mask",
-                             "passed-over",
-                             "run-skipped",
-                             "undeclared-member",
-                             "never-written",
-                             "comment",
-                             "text-after-value",
+    for (const char* code : {"not-json",          "root",          "unknown-name", "kind",          "value",
+                             "duplicate",         "null",          "wraps",        "rounded",       "other-kind",
+                             "empty-text",        "unknown-value", "mask",         "passed-over",   "run-skipped",
+                             "undeclared-member", "never-written", "comment",      "odd-character", "text-after-value",
                              "not-utf8"}) {
         EXPECT_NE(guide.find("| `" + std::string(code) + "` |"), std::string::npos) << code;
     }

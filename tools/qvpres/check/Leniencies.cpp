@@ -1,6 +1,7 @@
 #include "tools/qvpres/check/Leniencies.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <utility>
@@ -63,6 +64,39 @@ bool Wraps(std::u16string_view digits) {
 }
 
 const ValueType* TypeOf(const TextNode& node) { return node.declaration == nullptr ? nullptr : node.declaration->type; }
+
+// The innermost node around a place.
+Node NodeAt(const ParameterText& text, std::size_t offset) {
+    Node node = 0;
+    for (Node child = 1; child < text[node].end;) {
+        if (text[child].begin <= offset && offset < text[child].behind) {
+            node = child;
+            child = node + 1;
+        } else {
+            child = text[child].end;
+        }
+    }
+    return node;
+}
+
+// The unit of an escape, of its four digits.
+char16_t UnitOf(std::u16string_view digits) {
+    unsigned unit = 0;
+    for (const char16_t digit : digits) {
+        unit = unit * 16 + (digit <= u'9' ? digit - u'0' : (digit | 0x20) - u'a' + 10u);
+    }
+    return static_cast<char16_t>(unit);
+}
+
+// Of hours and minutes only 32 bits are kept; in quotes they arrive whole, so that the reader does not know.
+bool LosesTicks(const ValueType& type, std::u16string_view ticks) {
+    if (type.name != u"hours" && type.name != u"minutes") {
+        return false;
+    }
+    bool ok = false;
+    const Int64 count = TString(ticks).toLongLong(&ok);
+    return ok && count != static_cast<Int64>(static_cast<std::int32_t>(count));
+}
 
 // The reader's notes in words.
 class NoteWords {
@@ -213,6 +247,9 @@ private:
             m_document.Text(value) == PasswordString::s_Mask.view()) {
             Add(offset, node, inList, "mask", "the mask of a password is read as a password of eight asterisks");
         }
+        if (type != nullptr && isText && LosesTicks(*type, m_document.Text(value))) {
+            Add(offset, node, inList, "wraps", "hours and minutes keep the low 32 bits of their number");
+        }
     }
 
     // The numbers of a run travel as all others do.
@@ -252,9 +289,7 @@ private:
         const std::u16string_view text = m_text.Text();
         for (std::size_t at = 0; at < m_document.End(); ++at) {
             if (text[at] == u'"') {
-                for (++at; text[at] != u'"'; ++at) {
-                    at += text[at] == u'\\' ? 1 : 0;
-                }
+                at = LookAtString(at);
             } else if (text[at] == u'/') {
                 Add(at, 0, false, "comment", "comments are no JSON; other readers may refuse the text");
                 at = text[at + 1] == u'/' ? text.find(u'\n', at) : text.find(u"*/", at + 2) + 1;
@@ -266,24 +301,31 @@ private:
         }
     }
 
+    // Finds in a string, or name, what comes through here and hardly elsewhere. Answers where it ends.
+    std::size_t LookAtString(std::size_t begin) {
+        const std::u16string_view text = m_text.Text();
+        bool isOdd = false;
+        bool waits = false;  // for the partner of a surrogate
+        std::size_t at = begin + 1;
+        while (text[at] != u'"') {
+            const std::size_t units = text[at] != u'\\' ? 1 : text[at + 1] == u'u' ? 6 : 2;
+            const char16_t unit = units == 6 ? UnitOf(text.substr(at + 2, 4)) : text[at];
+            const bool isSecond = unit >= 0xDC00 && unit <= 0xDFFF;
+            isOdd = isOdd || waits != isSecond || text[at] == u'\0';
+            waits = unit >= 0xD800 && unit <= 0xDBFF;
+            at += units;
+        }
+        if (isOdd || waits) {
+            Add(begin, NodeAt(m_text, begin), false, "odd-character",
+                "a surrogate without its partner, or U+0000 as it is, which other readers may refuse or replace");
+        }
+        return at;
+    }
+
     const ParameterText& m_text;
     const JSONDocument& m_document;
     std::vector<Raw>& m_raws;
 };
-
-// The innermost node around a place.
-Node NodeAt(const ParameterText& text, std::size_t offset) {
-    Node node = 0;
-    for (Node child = 1; child < text[node].end;) {
-        if (text[child].begin <= offset && offset < text[child].behind) {
-            node = child;
-            child = node + 1;
-        } else {
-            child = text[child].end;
-        }
-    }
-    return node;
-}
 
 std::string PositionIn(const ParameterText& text, Node list, std::size_t offset) {
     const JSONDocument& document = text.Document();
