@@ -42,7 +42,12 @@ a difference by
 something that would be lost by
 .B convert
 or
-.BR import .
+.BR import ,
+and what
+.BR "vocabulary lint" ", " "vocabulary diff" ", " "vocabulary export"
+and
+.B "generate \-\-check"
+find.
 .TP
 .B 2
 Wrong usage, or input that cannot be taken.
