@@ -7,7 +7,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# What each purpose needs: a Debian package, and the command or header by which it is known to be there. Looking at
+# What each purpose needs: a Debian package, and the command, header or file by which it is known to be there. Looking at
 # these files takes no time, and also accepts what was installed in another way.
 # shellcheck disable=SC2034  # each is read by some of the scripts
 {
@@ -21,6 +21,16 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
         libgmock-dev:gmock/gmock.h
         librapidcheck-dev:rapidcheck.h
         libboost-json1.81-dev:boost/json.hpp
+        python3:python3
+        rapidjson-dev:rapidjson/document.h
+        nlohmann-json3-dev:nlohmann/json.hpp
+        locales:/usr/share/i18n/locales/tr_TR
+        libcli11-dev:CLI/CLI.hpp
+        python3-jsonschema:jsonschema
+        nlohmann-json3-dev:nlohmann/json.hpp
+        libkainjow-mustache-dev:kainjow/mustache.hpp
+        libcsv-dev:csv.h
+        parallel:parallel
     )
     kBenchPackages=(libbenchmark-dev:benchmark/benchmark.h)
     # Who the comparison measures beside; any of them may be missing.
@@ -35,8 +45,18 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
     kCountPackages=(valgrind:valgrind)
     kFormatPackages=(clang-format-14:clang-format-14)
     kClangPackages=(clang:clang++)
+    kDocPackages=(doxygen:doxygen pandoc:pandoc python3:python3)
+    kGdbPackages=(gdb:gdb)
+    kPackagePackages=(
+        dpkg-dev:dpkg-shlibdeps
+        file:file
+        lintian:lintian
+        pkg-config:pkg-config
+    )
+    kCoveragePackages=(gcovr:gcovr)
     kFuzzPackages=(clang:clang++ "libclang-rt-dev:libclang_rt.fuzzer-$(uname -m).a")
     kTidyPackages=(clang-tidy-14:clang-tidy-14)
+    kPagePackages=(chromium:chromium nodejs:node npm:npm)
 }
 
 say() { printf '%s\n' "$*" >&2; }
@@ -56,6 +76,7 @@ quietly() {
 
 is_present() {
     case $1 in
+        /*) [ -e "$1" ] ;;
         *.h | *.hpp) [ -e "/usr/include/$1" ] || [ -e "/usr/local/include/$1" ] ;;
         *.a) [ -e "$(clang++ -print-file-name="$1" 2>/dev/null)" ] ;;  # one of the compiler's own libraries
         *) command -v "$1" >/dev/null ;;
@@ -106,4 +127,14 @@ build() {
         quietly cmake --preset "$preset"
     fi
     quietly cmake --build --preset "$preset" "${targets[@]}"
+}
+
+# fixed_addresses COMMAND...: runs it without random addresses, where the kernel lets us. The thread sanitizer wants its
+# shadow memory at fixed places, which some kernels have already given away at random.
+fixed_addresses() {
+    if setarch "$(uname -m)" --addr-no-randomize true 2>/dev/null; then
+        setarch "$(uname -m)" --addr-no-randomize "$@"
+    else
+        "$@"
+    fi
 }

@@ -4,10 +4,11 @@
 //
 // penguins.json, a table with nulls in it, stands beside the table.
 //
-// In reading order: ViewHost.h (what a host brings along), WeatherVocabulary (its parameters), WeatherModel (typed
-// columns as a presentation model), ViewParameters (filling a bag), RoundTrip (writing and reading), PenguinFile
-// (reading a text of somebody else), PenguinValues and ColumnTexts (typed values), BadTexts (what wrong texts answer).
-// WeatherTable, WeatherSummary, Comparison and Report are the program's own business.
+// In reading order: ViewHost.h (what a host brings along), weather.vocabulary.json (its parameters) and
+// WeatherVocabulary.h (what "qvpres generate --cpp" makes of them), WeatherModel (typed columns as a presentation
+// model), ViewParameters (filling a bag), RoundTrip (writing and reading), PenguinFile (reading a text of somebody
+// else, with parameters that are declared by hand), PenguinValues and ColumnTexts (typed values), BadTexts (what wrong
+// texts answer). WeatherTable, WeatherSummary, Comparison and Report are the program's own business.
 #include <filesystem>
 #include <fstream>
 #include <iostream>

@@ -1,4 +1,8 @@
+// A new serializer is handed over as a plain pointer: it gets its owner before anything else, so that it goes with a
+// failure, also one of the names.
 #include <qvpreslayer/AbstractParamAdder.h>
+
+#include <utility>
 
 void AbstractParamAdder::AddSimple(int id, const wchar_t* name, IParameterSerializer* serializer) {
     AddSimple(id, name, name, serializer);
@@ -6,7 +10,8 @@ void AbstractParamAdder::AddSimple(int id, const wchar_t* name, IParameterSerial
 
 void AbstractParamAdder::AddSimple(int id, const wchar_t* name, const wchar_t* shortName,
                                    IParameterSerializer* serializer) {
-    AddValueEntry(id, name, shortName, RefCntPtr<IParameterSerializer>(serializer), PTC_None);
+    RefCntPtr<IParameterSerializer> owned(serializer);
+    AddValueEntry(id, name, shortName, std::move(owned), PTC_None);
 }
 
 void AbstractParamAdder::AddList(int id, const wchar_t* name, IParameterSerializer* serializer) {
@@ -15,7 +20,8 @@ void AbstractParamAdder::AddList(int id, const wchar_t* name, IParameterSerializ
 
 void AbstractParamAdder::AddList(int id, const wchar_t* name, const wchar_t* shortName,
                                  IParameterSerializer* serializer) {
-    AddValueEntry(id, name, shortName, RefCntPtr<IParameterSerializer>(serializer), PTC_List);
+    RefCntPtr<IParameterSerializer> owned(serializer);
+    AddValueEntry(id, name, shortName, std::move(owned), PTC_List);
 }
 
 void AbstractParamAdder::AddMap(int id, const wchar_t* name, IParameterSerializer* serializer) {
@@ -24,7 +30,8 @@ void AbstractParamAdder::AddMap(int id, const wchar_t* name, IParameterSerialize
 
 void AbstractParamAdder::AddMap(int id, const wchar_t* name, const wchar_t* shortName,
                                 IParameterSerializer* serializer) {
-    AddValueEntry(id, name, shortName, RefCntPtr<IParameterSerializer>(serializer), PTC_Map);
+    RefCntPtr<IParameterSerializer> owned(serializer);
+    AddValueEntry(id, name, shortName, std::move(owned), PTC_Map);
 }
 
 void AbstractParamAdder::AddBag(int id, const wchar_t* name) { AddBag(id, name, name); }
@@ -39,7 +46,8 @@ void AbstractParamAdder::AddStructure(int id, const wchar_t* name, IStructureSer
 
 void AbstractParamAdder::AddStructure(int id, const wchar_t* name, const wchar_t* shortName,
                                       IStructureSerializer* serializer) {
-    AddStructureEntry(id, name, shortName, RefCntPtr<IStructureSerializer>(serializer), PTC_Structure);
+    RefCntPtr<IStructureSerializer> owned(serializer);
+    AddStructureEntry(id, name, shortName, std::move(owned), PTC_Structure);
 }
 
 void AbstractParamAdder::AddStructureList(int id, const wchar_t* name, IStructureSerializer* serializer) {
@@ -48,7 +56,8 @@ void AbstractParamAdder::AddStructureList(int id, const wchar_t* name, IStructur
 
 void AbstractParamAdder::AddStructureList(int id, const wchar_t* name, const wchar_t* shortName,
                                           IStructureSerializer* serializer) {
-    AddStructureEntry(id, name, shortName, RefCntPtr<IStructureSerializer>(serializer), PTC_StructureList);
+    RefCntPtr<IStructureSerializer> owned(serializer);
+    AddStructureEntry(id, name, shortName, std::move(owned), PTC_StructureList);
 }
 
 void AbstractParamAdder::AddStructureMap(int id, const wchar_t* name, IStructureSerializer* serializer) {
@@ -57,5 +66,6 @@ void AbstractParamAdder::AddStructureMap(int id, const wchar_t* name, IStructure
 
 void AbstractParamAdder::AddStructureMap(int id, const wchar_t* name, const wchar_t* shortName,
                                          IStructureSerializer* serializer) {
-    AddStructureEntry(id, name, shortName, RefCntPtr<IStructureSerializer>(serializer), PTC_StructureMap);
+    RefCntPtr<IStructureSerializer> owned(serializer);
+    AddStructureEntry(id, name, shortName, std::move(owned), PTC_StructureMap);
 }

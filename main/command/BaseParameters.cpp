@@ -31,8 +31,12 @@ void StoreAll(const ParameterTable& from, ParameterTable& to) {
     from.ForEach([&to](int id, const RefCntPtr<IParameter>& value) { to.Set(id, value); });
 }
 
-void Defer(ParameterTable& table) noexcept {
-    table.ForEachValue([](RefCntPtr<IParameter>& value) noexcept { ReleaseQueue::Defer(value); });
+// The entries of both, where those of from win.
+ParameterTable Merged(const ParameterTable& from, const ParameterTable& into) {
+    ParameterTable merged;
+    StoreAll(into, merged);
+    StoreAll(from, merged);
+    return merged;
 }
 
 }  // namespace
@@ -43,15 +47,7 @@ bool IParameters::IsTestParameters() const { return false; }
 
 BaseParameters::BaseParameters() = default;
 
-BaseParameters::~BaseParameters() {
-    const ReleaseQueue level;
-    if (level.IsTooDeep()) {
-        Defer(m_parameters);
-        Defer(m_cacheParameters);
-    }
-    m_parameters.Clear();
-    m_cacheParameters.Clear();
-}
+BaseParameters::~BaseParameters() { ReleaseQueue::Release(m_parameters, m_cacheParameters); }
 
 void BaseParameters::SetParameter(int id, RefCntPtr<IParameter> value) { Store(m_parameters, id, std::move(value)); }
 
@@ -98,6 +94,9 @@ void BaseParameters::Copy(RefCntPtr<const BaseParameters> from, RefCntPtr<BasePa
     if (&source == &target) {
         return;
     }
-    StoreAll(source.m_parameters, target.m_parameters);
-    StoreAll(source.m_cacheParameters, target.m_cacheParameters);
+    // Beside the target, so that without memory it stays as it was. What it held goes when it holds all the rest.
+    ParameterTable parameters = Merged(source.m_parameters, target.m_parameters);
+    ParameterTable cacheParameters = Merged(source.m_cacheParameters, target.m_cacheParameters);
+    target.m_parameters.Swap(parameters);
+    target.m_cacheParameters.Swap(cacheParameters);
 }

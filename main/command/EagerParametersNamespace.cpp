@@ -1,8 +1,14 @@
 #include "main/command/EagerParametersNamespace.h"
 
+#include <algorithm>
+
 #include <qvcore/CaseConversion.h>
 
 #include "main/command/SourceModule.h"
+
+using qvpreslayer::detail::DirectInfo;
+using qvpreslayer::detail::DirectInfoOf;
+using qvpreslayer::detail::DirectRecord;
 
 namespace {
 
@@ -13,13 +19,19 @@ ParameterTypeCategory KindToRecord(const RefCntPtr<IParameterSerializer>& serial
     return kind == PTC_List || kind == PTC_Map ? kind : serializer->GetType();
 }
 
+// Whether no unit of a name is ever written as an escape.
+bool IsSpelledAsItIs(const TString& name) {
+    const auto isPlain = [](char16_t unit) { return unit >= 0x20 && unit != u'"' && unit != u'\\' && unit != 0x7F; };
+    return std::all_of(name.data(), name.data() + name.size(), isPlain);
+}
+
 }  // namespace
 
 void EagerParametersNamespace::AddValue(int pid, const TString& verboseName, const TString& shortName,
                                         RefCntPtr<IParameterSerializer> serializer, ParameterTypeCategory kind) {
     CheckRange(pid);
     ParameterInfo& record = Record(pid, verboseName, shortName, KindToRecord(serializer, kind));
-    record.directType = qvpreslayer::detail::DirectTypeOf(serializer.Get());
+    record.direct = serializer ? DirectInfoOf(*serializer) : DirectInfo{};
     record.serializer = std::move(serializer);
     record.structureSerializer.Reset();
 }
@@ -28,8 +40,8 @@ void EagerParametersNamespace::AddStructure(int pid, const TString& verboseName,
                                             RefCntPtr<IStructureSerializer> serializer, ParameterTypeCategory kind) {
     CheckRange(pid);
     ParameterInfo& record = Record(pid, verboseName, shortName, kind);
+    record.direct = serializer ? DirectInfoOf(*serializer) : DirectInfo{};
     record.structureSerializer = std::move(serializer);
-    record.directType = qvpreslayer::detail::DirectType::None;
     record.serializer.Reset();
 }
 
@@ -73,6 +85,61 @@ int EagerParametersNamespace::FindID(const TString& name, bool verbose) const no
 int EagerParametersNamespace::FindCamel(std::u16string_view camelName) const noexcept {
     const auto id = m_idsByCamelName.find(camelName);
     return id == m_idsByCamelName.end() ? 0 : id->second;
+}
+
+int EagerParametersNamespace::FindShort(std::u16string_view shortName) const noexcept {
+    const auto id = m_idsByShortName.find(shortName);
+    return id == m_idsByShortName.end() ? 0 : id->second;
+}
+
+// A name may have been given to another identifier later, its camel-case form may not lead back to it, and documents
+// spell some units of names otherwise.
+bool EagerParametersNamespace::IsFoundByItsNames(const ParameterInfo& record) const noexcept {
+    return record.id != 0 && IsSpelledAsItIs(record.camelName) && IsSpelledAsItIs(record.shortName) &&
+           FindCamel(record.camelName) == record.id &&
+           (record.shortName.empty() || FindShort(record.shortName) == record.id);
+}
+
+DirectRecord EagerParametersNamespace::MakeDirectRecord(const ParameterInfo& record) const noexcept {
+    DirectRecord direct;
+    direct.info = &record;
+    direct.text = record.direct.text;
+    direct.id = record.id;
+    direct.kind = record.kind;
+    direct.type = record.direct.type;
+    direct.isFoundByNames = IsFoundByItsNames(record);
+    const std::u16string_view name = record.camelName;
+    direct.nameSize = static_cast<std::uint16_t>(std::min(name.size(), DirectRecord::kNameUnits + 1));
+    name.copy(direct.name, DirectRecord::kNameUnits);
+    return direct;
+}
+
+void EagerParametersNamespace::MakeDirectRecords() {
+    std::vector<ParameterInfo*> records;
+    records.reserve(m_records.size());
+    for (ParameterInfo& record : m_records) {
+        records.push_back(&record);
+    }
+    std::sort(records.begin(), records.end(), [](auto* left, auto* right) { return left->id < right->id; });
+    m_directRecords.clear();
+    m_directRecords.reserve(records.size() + 1);
+    for (ParameterInfo* record : records) {
+        record->direct.record = &m_directRecords.emplace_back(MakeDirectRecord(*record));
+    }
+    m_directRecords.emplace_back();
+}
+
+std::span<const DirectRecord> EagerParametersNamespace::GetRecords() const noexcept {
+    return std::span(m_directRecords).first(m_directRecords.empty() ? 0 : m_directRecords.size() - 1);
+}
+
+std::vector<const ParameterInfo*> EagerParametersNamespace::Records() const {
+    std::vector<const ParameterInfo*> records;
+    records.reserve(m_records.size());
+    for (const ParameterInfo& record : m_records) {
+        records.push_back(&record);
+    }
+    return records;
 }
 
 std::vector<ParameterRegistryinfo> EagerParametersNamespace::Rows() const {

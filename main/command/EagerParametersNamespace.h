@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <span>
 #include <vector>
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -20,7 +21,7 @@
 // identifiers through three more.
 //
 // Records never move: the references that the registry hands out last as long as the namespace.
-class EagerParametersNamespace final : public RefCntObject, public qvpreslayer::detail::ICamelNames {
+class EagerParametersNamespace final : public RefCntObject, public qvpreslayer::detail::INameIndex {
 public:
     EagerParametersNamespace(int firstId, int lastId) : m_firstId(firstId), m_lastId(lastId) {}
     ~EagerParametersNamespace() override = default;
@@ -43,18 +44,30 @@ public:
     int FindID(const TString& name, bool verbose) const noexcept;
 
     int FindCamel(std::u16string_view camelName) const noexcept override;
+    int FindShort(std::u16string_view shortName) const noexcept override;
+
+    std::span<const qvpreslayer::detail::DirectRecord> GetRecords() const noexcept override;
+
+    // Makes the records of the short way, when all parameters are there.
+    void MakeDirectRecords();
 
     // The identifiers that have both names, in the order in which they were added.
     std::vector<ParameterRegistryinfo> Rows() const;
+
+    // All records, in the order in which their identifiers were first added.
+    std::vector<const ParameterInfo*> Records() const;
 
 private:
     using NameTable = boost::unordered_flat_map<TString, int, NameHash, NameEqual>;
 
     void CheckRange(int pid) const;
+    bool IsFoundByItsNames(const ParameterInfo& record) const noexcept;
+    qvpreslayer::detail::DirectRecord MakeDirectRecord(const ParameterInfo& record) const noexcept;
     ParameterInfo& Record(int pid, const TString& verboseName, const TString& shortName, ParameterTypeCategory kind);
 
-    std::deque<ParameterInfo> m_records;                           // in order of adding
-    boost::unordered_flat_map<int, ParameterInfo*> m_recordsById;  // into m_records
+    std::deque<ParameterInfo> m_records;                             // in order of adding
+    boost::unordered_flat_map<int, ParameterInfo*> m_recordsById;    // into m_records
+    std::vector<qvpreslayer::detail::DirectRecord> m_directRecords;  // with the one behind the last; empty until made
     NameTable m_idsByVerboseName;
     NameTable m_idsByShortName;
     NameTable m_idsByCamelName;  // only names that the camel-case form leads back to

@@ -28,6 +28,12 @@ void IdSegments::AddUncovered(int firstId, int lastId, ParametersNamespace* owne
     }
 }
 
+void IdSegments::ReserveOne() {
+    if (m_segments.size() == m_segments.capacity()) {
+        m_segments.reserve(2 * m_segments.size() + 1);
+    }
+}
+
 bool IdSegments::Overlaps(int firstId, int lastId) const noexcept {
     const auto next = std::lower_bound(m_segments.begin(), m_segments.end(), firstId, kEndsBefore);
     return firstId <= lastId && next != m_segments.end() && next->first <= lastId;

@@ -10,8 +10,11 @@ class ParametersNamespace;
 class IdSegments {
 public:
     // Gives what no segment covers of firstId to lastId, inclusive, to owner. Called in name order, the first name wins
-    // where ranges overlap. An inverted range covers nothing.
+    // where ranges overlap. An inverted range covers nothing. Without memory the segments are not told.
     void AddUncovered(int firstId, int lastId, ParametersNamespace* owner);
+
+    // Makes room for one segment more, so that adding a range that overlaps none cannot fail.
+    void ReserveOne();
 
     // Whether any segment has an identifier in the range.
     bool Overlaps(int firstId, int lastId) const noexcept;
@@ -20,6 +23,8 @@ public:
     ParametersNamespace* Find(int id) const noexcept;
 
     void Clear() noexcept { m_segments.clear(); }
+
+    void Swap(IdSegments& other) noexcept { m_segments.swap(other.m_segments); }
 
 private:
     struct Segment {

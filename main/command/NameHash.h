@@ -40,5 +40,8 @@ private:
 
 struct NameEqual {
     using is_transparent = void;
-    bool operator()(std::u16string_view left, std::u16string_view right) const noexcept { return left == right; }
+    bool operator()(std::u16string_view left, std::u16string_view right) const noexcept {
+        return left.size() == right.size() &&
+               (left.empty() || std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0);
+    }
 };

@@ -54,5 +54,6 @@ void ParametersNamespace::Fill() {
         const RegistrationFunction function = m_functions[i];
         function(adder);
     }
+    m_namespace.MakeDirectRecords();
     m_needInit.store(false, std::memory_order_release);
 }

@@ -26,6 +26,11 @@ public:
     // added so far.
     const EagerParametersNamespace& Filled();
 
+    // The same where they are filled already, else null.
+    const EagerParametersNamespace* FindFilled() const noexcept {
+        return m_needInit.load(std::memory_order_acquire) ? nullptr : &m_namespace;
+    }
+
     // The tables as they are, for what does not depend on their being filled.
     int FirstID() const noexcept { return m_namespace.FirstID(); }
     int LastID() const noexcept { return m_namespace.LastID(); }

@@ -1,5 +1,6 @@
 #include <qvpreslayer/ParametersRegistry.h>
 
+#include <algorithm>
 #include <atomic>
 #include <map>
 
@@ -19,6 +20,11 @@ namespace {
 // Published before other threads look, as all of registration is; atomic so that reading it is never a race.
 std::atomic<ParametersRegistry*> gm_registryInstance{nullptr};
 
+std::uint64_t NewGeneration() noexcept {
+    static std::atomic<std::uint64_t> s_last{0};
+    return s_last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
 }  // namespace
 
 struct ParametersRegistry::Impl {
@@ -26,6 +32,8 @@ struct ParametersRegistry::Impl {
     boost::unordered_flat_set<int> unserializable;
     std::map<TString, TString> fallbacks;  // from a namespace to the one that is asked next
     IdSegments segments;                   // follows from namespaces
+    std::uint64_t generation = NewGeneration();
+    bool overlaps = false;  // some ranges had identifiers in common once
 
     // The namespace of that name; ParameterNamespaceNotFoundException when there is none.
     ParametersNamespace& ByName(const TString& name) const {
@@ -58,20 +66,33 @@ struct ParametersRegistry::Impl {
         const int first = added->FirstID();
         const int last = added->LastID();
         ParametersNamespace* owner = added.Get();
-        const bool overlaps = segments.Overlaps(first, last);
-        namespaces.emplace(name, std::move(added));
-        if (overlaps) {
-            RebuildSegments();
-        } else {
+        if (!segments.Overlaps(first, last)) {
+            segments.ReserveOne();
+            namespaces.emplace(name, std::move(added));
+            generation = NewGeneration();
             segments.AddUncovered(first, last, owner);
+            return;
+        }
+        const auto place = namespaces.emplace(name, std::move(added)).first;
+        try {
+            SegmentsWithout(nullptr).Swap(segments);
+            overlaps = true;
+            generation = NewGeneration();
+        } catch (...) {
+            namespaces.erase(place);
+            throw;
         }
     }
 
-    void RebuildSegments() {
-        segments.Clear();
+    // The segments of all namespaces but one.
+    IdSegments SegmentsWithout(const ParametersNamespace* removed) const {
+        IdSegments result;
         for (const auto& [name, space] : namespaces) {
-            segments.AddUncovered(space->FirstID(), space->LastID(), space.Get());
+            if (space.Get() != removed) {
+                result.AddUncovered(space->FirstID(), space->LastID(), space.Get());
+            }
         }
+        return result;
     }
 };
 
@@ -116,6 +137,7 @@ void ParametersRegistry::RegisterNamespacePart(const TString& name, Registration
         RegisterNamespace(name, std::move(fill), firstId, lastId, false);
     } else {
         found->second->AddPart(std::move(fill), firstId, lastId);
+        m_impl->generation = NewGeneration();
     }
 }
 
@@ -134,6 +156,7 @@ void ParametersRegistry::SetFallback(const TString& name, const TString& fallbac
         current = next == fallbacks.end() ? nullptr : &next->second;
     }
     fallbacks.emplace(name, fallback);
+    m_impl->generation = NewGeneration();
 }
 
 void ParametersRegistry::AddUnserializable(int id) { m_impl->unserializable.insert(id); }
@@ -142,19 +165,29 @@ bool ParametersRegistry::IsUnserializable(int id) const {
     return !m_impl->unserializable.empty() && m_impl->unserializable.contains(id);
 }
 
+bool ParametersRegistry::HasUnserializable() const noexcept { return !m_impl->unserializable.empty(); }
+
 void ParametersRegistry::Clear(const TString& name) {
-    for (const ParameterRegistryinfo& row : m_impl->ByName(name).Filled().Rows()) {
+    // All that may fail comes first.
+    ParametersNamespace& space = m_impl->ByName(name);
+    const std::vector<ParameterRegistryinfo> rows = space.Filled().Rows();
+    const TString removed = name;  // the caller's text may be the registry's own
+    IdSegments segments = m_impl->SegmentsWithout(&space);
+
+    for (const ParameterRegistryinfo& row : rows) {
         m_impl->unserializable.erase(row.id);
     }
-    const TString removed = name;  // the caller's text may be the registry's own
     std::erase_if(m_impl->fallbacks, [&](const auto& link) { return link.first == removed || link.second == removed; });
+    segments.Swap(m_impl->segments);
     m_impl->namespaces.erase(removed);
-    m_impl->RebuildSegments();
+    m_impl->generation = NewGeneration();
 }
 
 void ParametersRegistry::Clear() {
+    m_impl->generation = NewGeneration();
     m_impl->segments.Clear();
     m_impl->namespaces.clear();
+    m_impl->overlaps = false;
     m_impl->unserializable.clear();
     m_impl->fallbacks.clear();
 }
@@ -250,10 +283,22 @@ const ParameterInfo* ParametersRegistry::FindInfo(int id) const {
     return owner == nullptr ? nullptr : owner->Filled().Find(id);
 }
 
-const qvpreslayer::detail::ICamelNames* ParametersRegistry::FindCamelNames(const TString& namespaceName) const {
-    const auto found = m_impl->namespaces.find(namespaceName);
-    return found == m_impl->namespaces.end() ? nullptr : &found->second->Filled();
+const TString* ParametersRegistry::FindFallback(const TString& namespaceName) const noexcept {
+    const auto link = m_impl->fallbacks.find(namespaceName);
+    return link == m_impl->fallbacks.end() ? nullptr : &link->second;
 }
+
+const qvpreslayer::detail::INameIndex* ParametersRegistry::FindNames(const TString& namespaceName, bool fill) const {
+    const auto found = m_impl->namespaces.find(namespaceName);
+    if (found == m_impl->namespaces.end()) {
+        return nullptr;
+    }
+    return fill ? &found->second->Filled() : found->second->FindFilled();
+}
+
+bool ParametersRegistry::HasOverlaps() const noexcept { return m_impl->overlaps; }
+
+std::uint64_t ParametersRegistry::GetGeneration() const noexcept { return m_impl->generation; }
 
 std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> ParametersRegistry::GetNamespaceInfos() const {
     std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> infos;
@@ -262,4 +307,22 @@ std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> ParametersRe
         infos.emplace_back(name, space->Filled().Rows());
     }
     return infos;
+}
+
+std::vector<ParameterNamespaceInfo> ParametersRegistry::DescribeNamespaces() const {
+    std::vector<ParameterNamespaceInfo> infos;
+    infos.reserve(m_impl->namespaces.size());
+    for (const auto& [name, space] : m_impl->namespaces) {
+        const auto fallback = m_impl->fallbacks.find(name);
+        infos.push_back({name, space->FirstID(), space->LastID(),
+                         fallback == m_impl->fallbacks.end() ? TString() : fallback->second,
+                         space->Filled().Records()});
+    }
+    return infos;
+}
+
+std::vector<int> ParametersRegistry::GetUnserializable() const {
+    std::vector<int> ids(m_impl->unserializable.begin(), m_impl->unserializable.end());
+    std::sort(ids.begin(), ids.end());
+    return ids;
 }

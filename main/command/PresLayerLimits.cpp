@@ -11,6 +11,7 @@ namespace {
 std::atomic<int> s_jsonDepth{kDefaultJSONDepth};
 std::atomic<int> s_bagDepth{kDefaultBagDepth};
 std::atomic<int> s_tupleDepth{kDefaultTupleDepth};
+std::atomic<std::size_t> s_stackReserve{kDefaultStackReserve};
 std::atomic<std::size_t> s_expansionBytes{kDefaultExpansionBytes};
 
 // What the outermost scope of the thread has left.
@@ -25,6 +26,8 @@ int GetBagDepth() { return s_bagDepth.load(std::memory_order_relaxed); }
 void SetBagDepth(int levels) { s_bagDepth.store(levels, std::memory_order_relaxed); }
 int GetTupleDepth() { return s_tupleDepth.load(std::memory_order_relaxed); }
 void SetTupleDepth(int levels) { s_tupleDepth.store(levels, std::memory_order_relaxed); }
+std::size_t GetStackReserve() { return s_stackReserve.load(std::memory_order_relaxed); }
+void SetStackReserve(std::size_t bytes) { s_stackReserve.store(bytes, std::memory_order_relaxed); }
 std::size_t GetExpansionBytes() { return s_expansionBytes.load(std::memory_order_relaxed); }
 void SetExpansionBytes(std::size_t bytes) { s_expansionBytes.store(bytes, std::memory_order_relaxed); }
 
@@ -40,6 +43,8 @@ ExpansionBudgetScope::~ExpansionBudgetScope() {
         s_scopeOpen = false;
     }
 }
+
+void ExpansionBudgetScope::GiveBack(std::size_t bytes) noexcept { s_bytesLeft += bytes; }
 
 void ExpansionBudgetScope::Spend(std::size_t bytes) {
     const ExpansionBudgetScope scope;

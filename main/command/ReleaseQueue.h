@@ -1,34 +1,23 @@
 // Letting go of long chains of bags without a long chain of calls. Included by BaseParameters.cpp.
 #pragma once
 
-#include <vector>
-
-#include <qvsys/RefCntPtr.h>
-
-#include <qvpreslayer/IParameter.h>
+#include <qvpreslayer/detail/ParameterTable.h>
 
 // A bag that is destroyed destroys the bags in its values, and these theirs. The first 64 levels do so directly; deeper
-// ones hand their values to the queue of the outermost destructor, which lets go of them one after the other. So the
-// stack holds 64 levels at most, however long the chain.
+// ones leave their values to the outermost destructor of the thread, which lets go of them one bag after the other. So
+// the stack holds 64 levels at most, however long the chain.
 class ReleaseQueue {
 public:
-    // One level; the outermost one of a thread owns the queue and drains it when it ends.
-    ReleaseQueue() noexcept;
-    ReleaseQueue(const ReleaseQueue&) = delete;
-    ReleaseQueue& operator=(const ReleaseQueue&) = delete;
-    ~ReleaseQueue();
+    using Table = qvpreslayer::detail::ParameterTable;
 
-    // Whether this level is too deep to let go of values itself.
-    bool IsTooDeep() const noexcept;
-
-    // Takes the value over. Without memory for the entry the caller keeps it, and lets go of it on the spot.
-    static void Defer(RefCntPtr<IParameter>& value) noexcept;
+    // Lets go of what a bag holds, now or before the outermost destructor ends.
+    static void Release(Table& parameters, Table& cacheParameters) noexcept;
 
 private:
-    static constexpr int kDirectLevels = 64;
+    class Pending;
 
-    static thread_local ReleaseQueue* s_outermost;  // null outside any destructor
+    static void ReleaseOutermost(Table& parameters, Table& cacheParameters) noexcept;
+
     static thread_local int s_depth;
-
-    std::vector<RefCntPtr<IParameter>> m_pending;  // used by the outermost level only
+    static thread_local Pending* s_pending;  // of the outermost destructor; null outside any
 };

@@ -1,34 +1,20 @@
 #include <qvpreslayer/VisitParametersStructure.h>
 
-#include <qvsys/QuorvelException.h>
-
 #include <qvpreslayer/ParameterAccess.h>
 #include <qvpreslayer/ParametersRegistry.h>
-#include <qvpreslayer/PresLayerLimits.h>
 #include <qvpreslayer/PresModelBuilderSupport.h>
 #include <qvpreslayer/RegistryExceptions.h>
 #include <qvpreslayer/SerializeStructure.h>
+#include <qvpreslayer/detail/BagLevel.h>
 
+#include "main/command/DeepWalk.h"
+
+using qvpreslayer::detail::BagLevel;
+using qvpreslayer::detail::DeepWalk;
 using qvpreslayer::detail::DirectType;
 using qvpreslayer::detail::IDirectVisitor;
 
 namespace {
-
-thread_local int s_bagDepth = 0;
-
-// One level of nested bags on this thread; also counts the bags that structure serializers walk on their own.
-class BagLevel {
-public:
-    BagLevel() {
-        if (s_bagDepth >= PresLayerLimits::GetBagDepth()) {
-            throw QuorvelException(u"Parameter bags are nested too deeply");
-        }
-        ++s_bagDepth;
-    }
-    BagLevel(const BagLevel&) = delete;
-    BagLevel& operator=(const BagLevel&) = delete;
-    ~BagLevel() { --s_bagDepth; }
-};
 
 // What the registry knows of id; ParameterNotFoundException when it is not registered.
 const ParameterInfo& Known(const ParametersRegistry& registry, int id) {
@@ -66,7 +52,11 @@ VisitStructuredParameters::~VisitStructuredParameters() = default;
 
 void VisitStructuredParameters::Walk() {
     const BagLevel level;
-    m_bag->Accept(*this);
+    if (level.IsDeep()) {
+        DeepWalk().Run(*this);
+    } else {
+        m_bag->Accept(*this);
+    }
 }
 
 void VisitStructuredParameters::VisitParameter(int id, const RefCntPtr<IParameter>& value) {
@@ -100,8 +90,8 @@ void VisitStructuredParameters::VisitParameter(int id, const RefCntPtr<IParamete
 }
 
 bool VisitStructuredParameters::VisitDirectly(const ParameterInfo& info, const RefCntPtr<IParameter>& value) {
-    if (m_directVisitor == nullptr || info.directType == DirectType::None || info.kind == PTC_Map ||
-        (info.kind == PTC_List && m_compressArrays)) {
+    if (m_directVisitor == nullptr || info.direct.type == DirectType::None || info.direct.type == DirectType::Text ||
+        info.direct.type == DirectType::Bags || info.kind == PTC_Map || (info.kind == PTC_List && m_compressArrays)) {
         return false;
     }
     return value && m_directVisitor->WriteDirectly(info, m_useVerboseNames, *value);
@@ -124,12 +114,21 @@ void VisitStructuredParameters::VisitMap(int id, const TString& name, const RefC
 void VisitStructuredParameters::VisitBag(int id, const TString& name) {
     m_visitor.StartComposite(name, false);
     const auto& inner = GetParameterValue<RefCntPtr<const IParameters>>(*m_bag, id);
-    VisitStructuredParameters(*m_registry, inner, m_visitor).Walk();
+    VisitStructuredParameters walker(*m_registry, inner, m_visitor);
+    if (m_deepWalk != nullptr) {
+        m_deepWalk->EnterBag(walker, name);
+        return;
+    }
+    walker.Walk();
     m_visitor.EndComposite(name);
 }
 
 void VisitStructuredParameters::VisitStructure(int id, const RefCntPtr<IParameter>& value) {
     const RefCntPtr<IStructureSerializer> serializer(m_registry->GetStructureSerializer(id));
+    if (m_deepWalk != nullptr) {
+        m_deepWalk->WriteStructure(*this, id, serializer, value);
+        return;
+    }
     SerializeStructure stream(m_visitor, m_useVerboseNames, m_compressArrays);
     serializer->Serialize(value, stream, id, true);
 }
@@ -137,7 +136,12 @@ void VisitStructuredParameters::VisitStructure(int id, const RefCntPtr<IParamete
 void VisitStructuredParameters::VisitStructureList(int id, const TString& name, const RefCntPtr<IParameter>& value) {
     const RefCntPtr<IStructureSerializer> serializer(m_registry->GetStructureListSerializer(id));
     m_visitor.StartList(name, PTC_Structure);
-    for (const RefCntPtr<const IParameter>& element : serializer->SplitList(value)) {
+    auto elements = serializer->SplitList(value);
+    if (m_deepWalk != nullptr) {
+        m_deepWalk->EnterList(*this, id, name, serializer, std::move(elements));
+        return;
+    }
+    for (const RefCntPtr<const IParameter>& element : elements) {
         SerializeStructure stream(m_visitor, m_useVerboseNames, m_compressArrays);
         serializer->Serialize(element, stream, id, true);
     }
@@ -147,7 +151,12 @@ void VisitStructuredParameters::VisitStructureList(int id, const TString& name, 
 void VisitStructuredParameters::VisitStructureMap(int id, const TString& name, const RefCntPtr<IParameter>& value) {
     const RefCntPtr<IStructureSerializer> serializer(m_registry->GetStructureMapSerializer(id));
     m_visitor.StartMap(name, PTC_Structure);
-    for (const auto& [key, element] : serializer->SplitMap(value)) {
+    auto elements = serializer->SplitMap(value);
+    if (m_deepWalk != nullptr) {
+        m_deepWalk->EnterMap(*this, id, name, serializer, std::move(elements));
+        return;
+    }
+    for (const auto& [key, element] : elements) {
         SerializeStructure stream(m_visitor, m_useVerboseNames, m_compressArrays);
         if (element->IsNull()) {
             stream.NullMapItem(key, false);

@@ -10,11 +10,13 @@
 #include <qvpreslayer/RegistryExceptions.h>
 #include <qvpreslayer/ValParameter.h>
 
-#include "main/json/DirectReading.h"
+#include "main/json/direct/DirectReading.h"
 #include "main/json/StructureFillings.h"
 
+using qvpreslayer::detail::DirectType;
+
 BagFilling::BagFilling(const JSONReader& reader, RefCntPtr<IParameters> bag, JSONDocument::Index object)
-    : m_bag(std::move(bag)), m_members(SortedMembers(reader.Document(), object)) {}
+    : m_bag(std::move(bag)), m_members(reader.Members(object, 0)) {}
 
 bool BagFilling::Step(JSONReader& reader) {
     if (m_nested) {
@@ -59,6 +61,9 @@ void BagFilling::AppendStep(TString& path, const JSONDocument&) const {
 void BagFilling::Apply(JSONReader& reader, JSONDocument::Index value) {
     switch (reader.Document()[value].kind) {
         case JSONKind::Null:
+            if (reader.IsWatched()) {
+                reader.Report(Leniency::NullMember, m_id, value);
+            }
             return;
         case JSONKind::Array:
             return ApplyArray(reader, value);
@@ -73,7 +78,9 @@ void BagFilling::ApplyScalar(JSONReader& reader, JSONDocument::Index value) {
     if (m_kind != PTC_Text && m_kind != PTC_Number && m_kind != PTC_Bool) {
         ThrowMismatch(reader, reader.Document()[value].kind);
     }
-    if (m_info != nullptr) {
+    if (reader.IsWatched()) {
+        reader.ReportScalar(KnownParameter(reader), value);
+    } else if (m_info != nullptr) {
         if (RefCntPtr<IParameter> typed = ReadScalarDirectly(*m_info, reader.Document(), value)) {
             StoreScalar(std::move(typed));
             return;
@@ -124,7 +131,9 @@ void BagFilling::ApplyObject(JSONReader& reader, JSONDocument::Index value) {
 // serializer's business.
 void BagFilling::ReadList(JSONReader& reader, JSONDocument::Index array) {
     const JSONDocument& document = reader.Document();
-    if (m_info != nullptr) {
+    if (reader.IsWatched()) {
+        ReportList(reader, array);
+    } else if (m_info != nullptr) {
         if (RefCntPtr<IParameter> typed = ReadListDirectly(*m_info, document, array)) {
             m_bag->SetParameter(m_id, std::move(typed));
             return;
@@ -145,10 +154,42 @@ void BagFilling::ReadList(JSONReader& reader, JSONDocument::Index array) {
     m_bag->SetParameter(m_id, serializer->FromStringList(values, runs));
 }
 
+const ParameterInfo& BagFilling::KnownParameter(const JSONReader& reader) const {
+    const ParameterInfo* const info = m_info != nullptr ? m_info : reader.FindInfo(m_id);
+    static const ParameterInfo s_unknown;
+    return info != nullptr ? *info : s_unknown;
+}
+
+// A nested list of two or three items is a run, one without items marks the end of a packed list.
+void BagFilling::ReportList(const JSONReader& reader, JSONDocument::Index array) const {
+    const JSONDocument& document = reader.Document();
+    const ParameterInfo& info = KnownParameter(reader);
+    const bool packs = info.direct.type != DirectType::Bool && info.direct.type != DirectType::String &&
+                       info.direct.type != DirectType::Text;
+    std::size_t position = 0;
+    for (auto element = array + 1; element != document.Next(array); element = document.Next(element), ++position) {
+        TString step;
+        AppendPath(step, position);
+        if (document[element].kind != JSONKind::Array) {
+            reader.ReportScalar(info, element, step);
+            continue;
+        }
+        const std::size_t items = reader.CountElements(element);
+        if (!packs || items == 1 || items > 3) {
+            reader.Report(Leniency::SkippedRun, info.id, element, step);
+        }
+    }
+}
+
 // Keys stand as they are: no case conversion.
 void BagFilling::ReadMap(JSONReader& reader, JSONDocument::Index object) {
     std::map<TString, TString> texts;
-    for (const JSONMember& entry : SortedMembers(reader.Document(), object)) {
+    for (const JSONMember& entry : reader.Members(object, m_id)) {
+        if (reader.IsWatched()) {
+            TString step;
+            AppendPath(step, entry.name);
+            reader.ReportScalar(KnownParameter(reader), entry.value, step);
+        }
         texts.emplace_hint(texts.end(), entry.name, reader.ScalarText(entry.value));
     }
     const RefCntPtr<IParameterSerializer> serializer(reader.Registry().GetMapSerializer(m_id));
@@ -158,6 +199,9 @@ void BagFilling::ReadMap(JSONReader& reader, JSONDocument::Index object) {
 void BagFilling::ReadListForm(JSONReader& reader, JSONDocument::Index array) {
     const RefCntPtr<IStructureSerializer> serializer(reader.Registry().GetStructureSerializer(m_id));
     if (!serializer->IsListForm()) {
+        if (reader.IsWatched()) {
+            reader.Report(Leniency::IgnoredValue, m_id, array);
+        }
         return;
     }
     const RefCntPtr<IParameters> texts = MakeListFormBag(reader, m_id, array);

@@ -36,6 +36,8 @@ private:
     void ApplyArray(JSONReader& reader, JSONDocument::Index value);
     void ApplyObject(JSONReader& reader, JSONDocument::Index value);
     void ReadList(JSONReader& reader, JSONDocument::Index array);
+    const ParameterInfo& KnownParameter(const JSONReader& reader) const;
+    void ReportList(const JSONReader& reader, JSONDocument::Index array) const;
     void ReadMap(JSONReader& reader, JSONDocument::Index object);
     void ReadListForm(JSONReader& reader, JSONDocument::Index array);
     void StartNested(JSONReader& reader, JSONDocument::Index object);

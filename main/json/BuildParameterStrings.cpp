@@ -1,6 +1,7 @@
 #include <qvpreslayer/BuildParameterStrings.h>
 
 #include <limits>
+#include <utility>
 
 #include <qvcore/CaseConversion.h>
 
@@ -43,7 +44,6 @@ BuildParameterStrings::BuildParameterStrings(TString& out, JSONSerializer::Outpu
       m_camelCaseNames(SwitchesOf(type).camelCaseNames),
       m_out(out),
       m_depth(m_pretty ? 1 : 0),
-      m_frames{{false, true, PTC_None}},
       m_captureEnabled(captureEnabled),
       m_nestedCapture(nestedCapture),
       m_shortNames(shortNames) {
@@ -74,7 +74,7 @@ void BuildParameterStrings::StartList(const TString& name, ParameterTypeCategory
 
 void BuildParameterStrings::ListItem(const TString& valueText) {
     Separate();
-    WriteValue(valueText, m_frames.back().valueKind);
+    WriteValue(valueText, m_frame.valueKind);
 }
 
 void BuildParameterStrings::EndList(const TString&) { Close(u']'); }
@@ -87,7 +87,7 @@ void BuildParameterStrings::MapItem(const TString& key, const TString& valueText
     Separate();
     WriteName(key, rawKey);
     m_out.append(m_pretty ? u": " : u":");
-    WriteValue(valueText, m_frames.back().valueKind);
+    WriteValue(valueText, m_frame.valueKind);
 }
 
 void BuildParameterStrings::EndMap(const TString&) { Close(u'}'); }
@@ -142,9 +142,7 @@ void BuildParameterStrings::WriteCaptured(const TString& text) {
 
 // Before an element.
 void BuildParameterStrings::Separate() {
-    Frame& frame = m_frames.back();
-    const bool first = frame.firstToCome;
-    frame.firstToCome = false;
+    const bool first = std::exchange(m_frame.firstToCome, false);
     if (!first) {
         m_out.append(m_pretty ? u", " : u",");
     }
@@ -154,9 +152,7 @@ void BuildParameterStrings::Separate() {
 // Before a closing bracket, whose container is no longer on the stack: the flag is that of the container around it,
 // which the opening has cleared. So every closing bracket of the pretty form stands on a line of its own.
 void BuildParameterStrings::SeparateClosing() {
-    Frame& frame = m_frames.back();
-    const bool first = frame.firstToCome;
-    frame.firstToCome = false;
+    const bool first = std::exchange(m_frame.firstToCome, false);
     BreakLine(first);
 }
 
@@ -177,7 +173,7 @@ bool BuildParameterStrings::WriteName(const TString& name, bool raw) {
         m_suppressNextName = false;
         return false;
     }
-    if (m_frames.back().inList) {
+    if (m_frame.inList) {
         return false;
     }
     if (m_quoteNames) {
@@ -215,13 +211,15 @@ void BuildParameterStrings::Open(const TString& name, bool raw, char16_t bracket
         m_out.push_back(u'\n');
     }
     ++m_depth;
-    m_frames.push_back(frame);
+    m_outerFrames.push_back(m_frame);
+    m_frame = frame;
 }
 
 void BuildParameterStrings::Close(char16_t bracket) {
     // The frame of the whole text stays: an end without a start gives unbalanced text, nothing worse.
-    if (m_frames.size() > 1) {
-        m_frames.pop_back();
+    if (!m_outerFrames.empty()) {
+        m_frame = m_outerFrames.back();
+        m_outerFrames.pop_back();
     }
     --m_depth;
     m_pretty = m_prettyConfigured;

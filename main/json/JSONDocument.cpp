@@ -40,7 +40,7 @@ char16_t Unescape(std::u16string_view text, std::size_t& i) {
 
 }  // namespace
 
-JSONDocument::JSONDocument(std::u16string_view text) : m_text(text) { JSONParser(text, m_nodes).Parse(); }
+JSONDocument::JSONDocument(std::u16string_view text) : m_text(text), m_end(JSONParser(text, m_nodes).Parse()) {}
 
 std::u16string_view JSONDocument::Text(Index node) const {
     const JSONNode& token = m_nodes[node];
@@ -50,6 +50,13 @@ std::u16string_view JSONDocument::Text(Index node) const {
     }
     return m_unescaped.emplace_back(Unescaped(raw));
 }
+
+std::size_t JSONDocument::FindTextAfterValue() const {
+    std::vector<JSONNode> none;
+    return JSONParser(m_text, none).FindTextAfter(m_end);
+}
+
+TextLocation JSONDocument::LocateOffset(std::size_t offset) const { return LocateUnit(m_text, offset); }
 
 TextLocation JSONDocument::Locate(Index node) const {
     const JSONNode& token = m_nodes[node];

@@ -44,8 +44,19 @@ public:
     // The node behind a value, all that is inside it included.
     Index Next(Index node) const noexcept { return IsContainer(m_nodes[node].kind) ? m_nodes[node].end : node + 1; }
 
+    // Where the text goes on behind the first value; nothing there has been looked at.
+    std::size_t End() const noexcept { return m_end; }
+
     // What a string or number node spells, escapes resolved. Valid as long as the document.
     std::u16string_view Text(Index node) const;
+
+    // The first unit behind the value that is no blank and no comment; the text's size where there is none.
+    std::size_t FindTextAfterValue() const;
+
+    std::size_t Size() const noexcept { return m_text.size(); }
+
+    // The place of any unit.
+    TextLocation LocateOffset(std::size_t offset) const;
 
     // Where a node stands; the path is for the caller to add.
     TextLocation Locate(Index node) const;
@@ -57,6 +68,7 @@ private:
 
     std::u16string_view m_text;
     std::vector<JSONNode> m_nodes;
+    std::size_t m_end;
     mutable std::deque<std::u16string> m_unescaped;  // what Text made; never moves
 };
 

@@ -12,11 +12,13 @@ bool IsStrictlyAscending(const std::vector<JSONMember>& members) {
 }
 
 // Of neighbours with one name, the last one stays.
-void DropOverridden(std::vector<JSONMember>& members) {
+void DropOverridden(std::vector<JSONMember>& members, std::vector<JSONMember>* overridden) {
     std::size_t kept = 0;
     for (std::size_t i = 0; i < members.size(); ++i) {
         if (i + 1 == members.size() || members[i].name != members[i + 1].name) {
             members[kept++] = members[i];
+        } else if (overridden != nullptr) {
+            overridden->push_back(members[i]);
         }
     }
     members.resize(kept);
@@ -24,7 +26,8 @@ void DropOverridden(std::vector<JSONMember>& members) {
 
 }  // namespace
 
-std::vector<JSONMember> SortedMembers(const JSONDocument& document, JSONDocument::Index object) {
+std::vector<JSONMember> SortedMembers(const JSONDocument& document, JSONDocument::Index object,
+                                      std::vector<JSONMember>* overridden) {
     std::vector<JSONMember> members;
     const JSONDocument::Index end = document.Next(object);
     for (JSONDocument::Index name = object + 1; name != end; name = document.Next(name + 1)) {
@@ -32,7 +35,7 @@ std::vector<JSONMember> SortedMembers(const JSONDocument& document, JSONDocument
     }
     if (!IsStrictlyAscending(members)) {
         std::stable_sort(members.begin(), members.end(), IsBefore);
-        DropOverridden(members);
+        DropOverridden(members, overridden);
     }
     return members;
 }

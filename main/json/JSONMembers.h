@@ -11,5 +11,7 @@ struct JSONMember {
     JSONDocument::Index value;  // the name's node stands right before it
 };
 
-// Ascending by name (ordinal, by code unit), each name once: the last of equal ones counts.
-std::vector<JSONMember> SortedMembers(const JSONDocument& document, JSONDocument::Index object);
+// Ascending by name (ordinal, by code unit), each name once: the last of equal ones counts. The others are added to
+// overridden, where that is not null.
+std::vector<JSONMember> SortedMembers(const JSONDocument& document, JSONDocument::Index object,
+                                      std::vector<JSONMember>* overridden = nullptr);

@@ -8,7 +8,7 @@
 
 #include <qvpreslayer/PresLayerLimits.h>
 
-#include "main/json/PlainUnits.h"
+#include "main/json/JSONStrings.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ JSONParser::JSONParser(std::u16string_view text, std::vector<JSONNode>& nodes)
       m_nodes(nodes),
       m_maxDepth(static_cast<std::size_t>(std::max(PresLayerLimits::GetJSONDepth(), 0))) {}
 
-void JSONParser::Parse() {
+std::size_t JSONParser::Parse() {
     if (m_text.size() >= std::numeric_limits<std::uint32_t>::max()) {
         Fail();
     }
@@ -62,6 +62,7 @@ void JSONParser::Parse() {
                 state = TakeSeparator();
         }
     }
+    return m_at;
 }
 
 JSONParser::State JSONParser::TakeValue() {
@@ -152,41 +153,13 @@ JSONParser::State JSONParser::AfterValue() const { return m_open.empty() ? State
 
 void JSONParser::TakeString() {
     const std::size_t begin = ++m_at;
-    bool escaped = false;
-    while (true) {
-        const char16_t* const stop = SkipPlainUnits(m_text.data() + m_at, m_text.data() + m_text.size());
-        m_at = static_cast<std::size_t>(stop - m_text.data());
-        if (IsAt(u'"')) {
-            break;
-        }
-        // Raw control characters are refused, all but U+0000, which the writer leaves raw.
-        if (AtEnd() || (*stop < 0x20 && *stop != 0)) {
-            Fail();
-        }
-        if (*stop == u'\\') {
-            escaped = true;
-            TakeEscape();
-        } else {
-            ++m_at;
-        }
-    }
-    AddScalar(JSONKind::String, begin, m_at, escaped);
-    ++m_at;
-}
-
-void JSONParser::TakeEscape() {
-    ++m_at;
-    if (AtEnd() || std::u16string_view(u"\"\\/bfnrtu").find(m_text[m_at]) == std::u16string_view::npos) {
+    const StringInside inside = SkipString(m_text.data() + m_at, m_text.data() + m_text.size());
+    m_at = static_cast<std::size_t>(inside.end - m_text.data());
+    if (!inside.closed) {
         Fail();
     }
-    if (m_text[m_at++] != u'u') {
-        return;
-    }
-    for (int digit = 0; digit < 4; ++digit, ++m_at) {
-        if (AtEnd() || std::u16string_view(u"0123456789abcdefABCDEF").find(m_text[m_at]) == std::u16string_view::npos) {
-            Fail();
-        }
-    }
+    AddScalar(JSONKind::String, begin, m_at, inside.escaped);
+    ++m_at;
 }
 
 void JSONParser::TakeNumber() {
@@ -257,19 +230,37 @@ void JSONParser::TakeBlanks() {
 }
 
 void JSONParser::TakeComment() {
+    if (!TryTakeComment()) {
+        Fail();
+    }
+}
+
+// Leaves the place behind what made it clear that there is none.
+bool JSONParser::TryTakeComment() {
     ++m_at;
     std::size_t end = std::u16string_view::npos;
     if (IsAt(u'/')) {
         end = m_text.find(u'\n', m_at);
         m_at = end == std::u16string_view::npos ? m_text.size() : end + 1;
-        return;
+        return true;
     }
     if (IsAt(u'*')) {
         end = m_text.find(u"*/", m_at + 1);
         m_at = end == std::u16string_view::npos ? m_text.size() : end + 2;
     }
-    if (end == std::u16string_view::npos) {
-        Fail();
+    return end != std::u16string_view::npos;
+}
+
+std::size_t JSONParser::FindTextAfter(std::size_t at) {
+    m_at = at;
+    while (true) {
+        while (IsAt(u' ') || IsAt(u'\n') || IsAt(u'\r') || IsAt(u'\t')) {
+            ++m_at;
+        }
+        const std::size_t start = m_at;
+        if (!IsAt(u'/') || !TryTakeComment()) {
+            return start;
+        }
     }
 }
 

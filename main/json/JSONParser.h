@@ -16,8 +16,12 @@ class JSONParser {
 public:
     JSONParser(std::u16string_view text, std::vector<JSONNode>& nodes);
 
-    // Takes the first value of the text; JSONParseException when there is none.
-    void Parse();
+    // Takes the first value of the text and answers where it ends; JSONParseException when there is none.
+    std::size_t Parse();
+
+    // From at on: the first unit that is no blank and no comment, or the text's end. A comment that is not closed
+    // counts as such a unit.
+    std::size_t FindTextAfter(std::size_t at);
 
 private:
     enum class State { Value, FirstElement, FirstName, Name, Separator, Done };
@@ -35,12 +39,12 @@ private:
     State Close();
     State AfterValue() const;
     void TakeString();
-    void TakeEscape();
     void TakeNumber();
     void TakeDigits();
     void TakeWord(std::u16string_view word, JSONKind kind);
     void TakeBlanks();
     void TakeComment();
+    bool TryTakeComment();
     void AddScalar(JSONKind kind, std::size_t begin, std::size_t end, bool escaped);
 
     bool AtEnd() const noexcept { return m_at == m_text.size(); }

@@ -30,17 +30,19 @@ TString RealText(std::u16string_view digits) {
 
 }  // namespace
 
-JSONReader::JSONReader(const JSONDocument& document, const TString& namespaceName, bool shortNames, bool lookupFlag)
+JSONReader::JSONReader(const JSONDocument& document, const TString& namespaceName, bool shortNames, bool lookupFlag,
+                       IReadingDiagnostics* diagnostics)
     : m_document(document),
       m_registry(ParametersRegistry::Get()),
       m_namespace(namespaceName),
       m_shortNames(shortNames),
-      m_lookupFlag(lookupFlag) {}
+      m_lookupFlag(lookupFlag),
+      m_diagnostics(diagnostics) {}
 
 JSONReader::~JSONReader() = default;
 
-RefCntPtr<IParameters> JSONReader::Read() {
-    RefCntPtr<IParameters> result = NewBag();
+RefCntPtr<IParameters> JSONReader::Read(RefCntPtr<IParameters>* root) {
+    RefCntPtr<IParameters> result = root != nullptr ? std::move(*root) : NewBag();
     if (m_document[0].kind != JSONKind::Object) {
         throw std::runtime_error(std::string("the JSON root is ") + KindName(m_document[0].kind) + ", not object");
     }
@@ -59,7 +61,55 @@ RefCntPtr<IParameters> JSONReader::Read() {
         }
         throw;
     }
+    ReportTextAfterValue();
     return result;
+}
+
+void JSONReader::ReportTextAfterValue() const {
+    const std::size_t offset = m_document.FindTextAfterValue();
+    if (IsWatched() && offset != m_document.Size()) {
+        m_diagnostics->Report(Leniency::TextAfterValue, 0, m_document.LocateOffset(offset));
+    }
+}
+
+void JSONReader::Report(Leniency leniency, int id, JSONDocument::Index node, const TString& step) const {
+    TextLocation location = m_document.Locate(node);
+    for (const auto& filling : m_fillings) {
+        filling->AppendStep(location.path, m_document);
+    }
+    location.path += step;
+    m_diagnostics->Report(leniency, id, location);
+}
+
+void JSONReader::ReportScalar(const ParameterInfo& info, JSONDocument::Index node, const TString& step) const {
+    const std::u16string_view text = m_document.Text(node);
+    const JSONKind kind = m_document[node].kind;
+    double real = 0;
+    double arrived = 0;
+    if (kind == JSONKind::Integer && text != u"-0" && TString::number(TravellingInteger(text)).view() != text) {
+        Report(Leniency::WrappedInteger, info.id, node, step);
+    } else if (kind == JSONKind::Real && ParseDouble(text, real) &&
+               (!ParseDouble(RealText(text), arrived) || arrived != real)) {
+        Report(Leniency::LostDigits, info.id, node, step);
+    }
+    const qvpreslayer::detail::DirectTextType* const type = info.direct.text;
+    if (type != nullptr && type->isName != nullptr && !type->isName(ScalarText(node))) {
+        Report(Leniency::UnknownName, info.id, node, step);
+    }
+}
+
+std::vector<JSONMember> JSONReader::Members(JSONDocument::Index object, int id) const {
+    if (!IsWatched()) {
+        return SortedMembers(m_document, object);
+    }
+    std::vector<JSONMember> overridden;
+    std::vector<JSONMember> members = SortedMembers(m_document, object, &overridden);
+    for (const JSONMember& member : overridden) {
+        TString step;
+        AppendPath(step, member.name);
+        Report(Leniency::DuplicateMember, id, member.value - 1, step);
+    }
+    return members;
 }
 
 TString JSONReader::RegisteredName(std::u16string_view name) const {
@@ -69,7 +119,7 @@ TString JSONReader::RegisteredName(std::u16string_view name) const {
 const ParameterInfo* JSONReader::FindDirectly(std::u16string_view name) {
     if (!m_camelNamesSought) {
         m_camelNamesSought = true;
-        m_camelNames = m_shortNames ? nullptr : m_registry.FindCamelNames(m_namespace);
+        m_camelNames = m_shortNames ? nullptr : m_registry.FindNames(m_namespace, true);
     }
     // The option may change from one member to the next, when host code runs in between.
     if (m_camelNames == nullptr || !(m_lookupFlag || PresModelBuilderSupport::UseVerboseNames())) {
@@ -100,6 +150,14 @@ std::vector<TString> JSONReader::ScalarTexts(JSONDocument::Index array) const {
         texts.push_back(ScalarText(element));
     }
     return texts;
+}
+
+std::size_t JSONReader::CountElements(JSONDocument::Index array) const {
+    std::size_t count = 0;
+    for (auto element = array + 1; element != m_document.Next(array); element = m_document.Next(element)) {
+        ++count;
+    }
+    return count;
 }
 
 void JSONReader::RequireKind(JSONDocument::Index node, JSONKind kind) const {

@@ -9,10 +9,12 @@
 #include <qvcore/TString.h>
 
 #include <qvpreslayer/IParameters.h>
+#include <qvpreslayer/IReadingDiagnostics.h>
 #include <qvpreslayer/IStructureSerializer.h>
 #include <qvpreslayer/ParametersRegistry.h>
 
 #include "main/json/JSONDocument.h"
+#include "main/json/JSONMembers.h"
 
 class JSONReader;
 
@@ -34,11 +36,13 @@ public:
 class JSONReader {
 public:
     // Takes the published registry. Requires: document outlives the reader.
-    JSONReader(const JSONDocument& document, const TString& namespaceName, bool shortNames, bool lookupFlag);
+    JSONReader(const JSONDocument& document, const TString& namespaceName, bool shortNames, bool lookupFlag,
+               IReadingDiagnostics* diagnostics);
     ~JSONReader();
 
     // Reads the whole document. Throws what JSONSerializer::ToParameters tells.
-    RefCntPtr<IParameters> Read();
+    // root, where it is not null, is the outermost bag, made already.
+    RefCntPtr<IParameters> Read(RefCntPtr<IParameters>* root = nullptr);
 
     const JSONDocument& Document() const noexcept { return m_document; }
     ParametersRegistry& Registry() noexcept { return m_registry; }
@@ -51,6 +55,9 @@ public:
     // A member's name as the registry spells it, and what it stands for there.
     TString RegisteredName(std::u16string_view name) const;
     int FindID(const TString& name) const { return m_registry.GetID(m_namespace, name, m_lookupFlag); }
+
+    const ParameterInfo* FindInfo(int id) const { return m_registry.FindInfo(id); }
+    std::size_t CountElements(JSONDocument::Index array) const;
 
     // What both together lead to, where one look-up tells; null says nothing.
     const ParameterInfo* FindDirectly(std::u16string_view name);
@@ -67,20 +74,35 @@ public:
     // Remembers the first structure of the call and the bag that owns it; later ones change nothing.
     void Record(RefCntPtr<IStructureSerializer> serializer, RefCntPtr<IParameters> owner);
 
+    // Whether somebody wants to know of leniencies; values then go the long way, which meets them.
+    bool IsWatched() const noexcept { return m_diagnostics != nullptr; }
+
+    // Tells of a leniency at a node of the container being read, or of one inside it under a further step of the path.
+    // Requires: IsWatched().
+    void Report(Leniency leniency, int id, JSONDocument::Index node, const TString& step = {}) const;
+
+    // What ScalarText, called for a value of info, changes or lets pass.
+    void ReportScalar(const ParameterInfo& info, JSONDocument::Index node, const TString& step = {}) const;
+
+    // The members of an object; those that do not count are reported.
+    std::vector<JSONMember> Members(JSONDocument::Index object, int id) const;
+
     // Lets the recorded structure, if there is one, add to an element's bag.
     void PrepareElement(int id, const RefCntPtr<IParameters>& elementBag) const;
 
 private:
     TextLocation Locate() const;
+    void ReportTextAfterValue() const;
 
     const JSONDocument& m_document;
     ParametersRegistry& m_registry;
     TString m_namespace;
     bool m_shortNames;
     bool m_lookupFlag;
+    IReadingDiagnostics* m_diagnostics;
     bool m_camelNamesSought = false;  // at the first member: no earlier, since seeking fills the namespace
-    const qvpreslayer::detail::ICamelNames* m_camelNames = nullptr;  // null too when they are not what is looked for
-    RefCntPtr<IStructureSerializer> m_recordedSerializer;            // empty until a structure is met
+    const qvpreslayer::detail::INameIndex* m_camelNames = nullptr;  // null too when they are not what is looked for
+    RefCntPtr<IStructureSerializer> m_recordedSerializer;           // empty until a structure is met
     RefCntPtr<IParameters> m_recordedBag;
     std::vector<std::unique_ptr<JSONFilling>> m_fillings;  // outermost first
 };

@@ -1,5 +1,8 @@
 #include <qvpreslayer/JSONSerializer.h>
 
+#include <optional>
+#include <utility>
+
 #include <qvpreslayer/BuildParameterStrings.h>
 #include <qvpreslayer/ParametersRegistry.h>
 #include <qvpreslayer/PresModelBuilderSupport.h>
@@ -8,11 +11,110 @@
 
 #include "main/json/JSONDocument.h"
 #include "main/json/JSONReader.h"
+#include "main/json/ThreadScratch.h"
+#include "main/json/direct/DirectReader.h"
+#include "main/json/direct/DirectWriter.h"
 
 namespace {
 
-// Room for most texts at the first go.
-constexpr std::size_t kReservedUnits = 4096;
+// A reader for one text: the one that the thread keeps, unless that is in use.
+class ReaderLease {
+public:
+    explicit ReaderLease(ThreadScratch* scratch) : m_kept(scratch) {
+        if (m_kept == nullptr || m_kept->readerInUse) {
+            m_kept = nullptr;
+            m_own.emplace();
+        } else {
+            m_kept->readerInUse = true;
+        }
+    }
+    ReaderLease(const ReaderLease&) = delete;
+    ReaderLease& operator=(const ReaderLease&) = delete;
+    ~ReaderLease() {
+        if (m_kept != nullptr) {
+            m_kept->reader.Forget();
+            m_kept->readerInUse = false;
+        }
+    }
+
+    DirectReader& Get() { return m_kept != nullptr ? m_kept->reader : *m_own; }
+
+private:
+    ThreadScratch* m_kept;
+    std::optional<DirectReader> m_own;
+};
+
+RefCntPtr<IParameters> ReadAtLength(const TString& json, const TString& namespaceName, bool shortNames, bool lookupFlag,
+                                    IReadingDiagnostics* diagnostics, RefCntPtr<IParameters>* root = nullptr) {
+    const JSONDocument document(json);
+    return JSONReader(document, namespaceName, shortNames, lookupFlag, diagnostics).Read(root);
+}
+
+// The bag, by the short way where that can be; the long one otherwise, which also tells what is wrong.
+RefCntPtr<IParameters> ReadEitherWay(const TString& json, const TString& namespaceName, bool shortNames,
+                                     bool lookupFlag) {
+    ParametersRegistry* const registry = ParametersRegistry::GetInstance();
+    if (registry != nullptr) {
+        ReaderLease lease(ThreadScratch::Find());
+        const NameForm form = shortNames ? NameForm::Short : NameForm::Camel;
+        if (lease.Get().Read(json, *registry, namespaceName, form)) {
+            RefCntPtr<IParameters> root = registry->CreateParameters();
+            if (root && lease.Get().MakeBag(*root)) {
+                return root;
+            }
+            return ReadAtLength(json, namespaceName, shortNames, lookupFlag, nullptr, &root);
+        }
+    }
+    return ReadAtLength(json, namespaceName, shortNames, lookupFlag, nullptr);
+}
+
+// The text that is being written. Most are short, and of unknown length before: they are written in memory that the
+// thread keeps, and copied once into memory of their size.
+class OutputText {
+public:
+    OutputText() : m_kept(ThreadScratch::Find()) {
+        if (m_kept != nullptr && m_kept->textInUse) {
+            m_kept = nullptr;
+        }
+        Text().reserve(kReservedUnits);
+        if (m_kept != nullptr) {
+            m_kept->textInUse = true;
+        }
+    }
+    OutputText(const OutputText&) = delete;
+    OutputText& operator=(const OutputText&) = delete;
+    ~OutputText() {
+        if (m_kept == nullptr) {
+            return;
+        }
+        if (m_kept->text.capacity() > kKeptUnits) {
+            m_kept->text = TString();
+        }
+        m_kept->text.clear();
+        m_kept->textInUse = false;
+    }
+
+    TString& Text() { return m_kept != nullptr ? m_kept->text : m_own; }
+
+    TString Take() {
+        if (Text().size() <= kCopiedUnits) {
+            return Text().view();
+        }
+        TString text = std::move(Text());
+        if (text.capacity() > 4 * text.size()) {
+            text.shrink_to_fit();
+        }
+        return text;
+    }
+
+private:
+    static constexpr std::size_t kReservedUnits = 4096;
+    static constexpr std::size_t kCopiedUnits = 32768;
+    static constexpr std::size_t kKeptUnits = 131072;
+
+    ThreadScratch* m_kept;
+    TString m_own;  // where the thread's is in use, or there is none
+};
 
 }  // namespace
 
@@ -32,20 +134,24 @@ void JSONSerializer::EnableCapture(bool enable, bool nested) {
 void JSONSerializer::ForceDisableCapture(bool disable) { s_forceDisableCapture = disable; }
 
 TString JSONSerializer::ToString(RefCntPtr<const IParameters> bag, OutputType type) const {
-    TString out;
-    out.reserve(kReservedUnits);
-    BuildParameterStrings visitor(out, type, m_captureEnabled, m_nestedCapture,
-                                  !PresModelBuilderSupport::UseVerboseNames());
-    VisitParametersStructure(m_namespace, std::move(bag), visitor);
+    OutputText output;
+    TString& out = output.Text();
+    const bool verboseNames = PresModelBuilderSupport::UseVerboseNames();
+    BuildParameterStrings visitor(out, type, m_captureEnabled, m_nestedCapture, !verboseNames);
+    if (type == Compact) {
+        DirectWriter(out, visitor, ParametersRegistry::Get(), verboseNames, PresModelBuilderSupport::CompressArrays())
+            .Write(bag);
+    } else {
+        VisitParametersStructure(m_namespace, std::move(bag), visitor);
+    }
     visitor.Finish();
-    return out;
+    return output.Take();
 }
 
 TString JSONSerializer::PresModelToString(RefCntPtr<const PresentationModel> model, OutputType type) const {
-    TString out;
-    out.reserve(kReservedUnits);
-    PresModelToString(std::move(model), PresModelBuilderSupport::UseVerboseNames(), type, out);
-    return out;
+    OutputText output;
+    PresModelToString(std::move(model), PresModelBuilderSupport::UseVerboseNames(), type, output.Text());
+    return output.Take();
 }
 
 void JSONSerializer::PresModelToString(RefCntPtr<const PresentationModel> model, bool verboseNames, OutputType type,
@@ -62,10 +168,15 @@ void JSONSerializer::PresModelToString(RefCntPtr<const PresentationModel> model,
 }
 
 RefCntPtr<IParameters> JSONSerializer::ToParameters(const TString& json) const {
-    return ToParameters(json, !PresModelBuilderSupport::UseVerboseNames(), false);
+    const bool shortNames = !PresModelBuilderSupport::UseVerboseNames();
+    return m_diagnostics == nullptr ? ReadEitherWay(json, m_namespace, shortNames, false)
+                                    : ReadAtLength(json, m_namespace, shortNames, false, m_diagnostics);
 }
 
 RefCntPtr<IParameters> JSONSerializer::ToParameters(const TString& json, bool shortNames, bool lookupFlag) const {
-    const JSONDocument document(json);
-    return JSONReader(document, m_namespace, shortNames, lookupFlag).Read();
+    // Names that are spelled in one form and sought in the other go the long way.
+    const bool sameForm = shortNames != (lookupFlag || PresModelBuilderSupport::UseVerboseNames());
+    return sameForm && m_diagnostics == nullptr
+               ? ReadEitherWay(json, m_namespace, shortNames, lookupFlag)
+               : ReadAtLength(json, m_namespace, shortNames, lookupFlag, m_diagnostics);
 }

@@ -11,20 +11,23 @@
 // Whether a unit is none of: control characters (U+0000 to U+001F, U+007F), the quotation mark, the backslash.
 inline bool IsPlainUnit(char16_t unit) { return unit > 0x1F && unit != u'"' && unit != u'\\' && unit != 0x7F; }
 
+#if defined(__SSE2__)
+// Two bits for each of eight units that is not plain, the first unit's lowest.
+inline unsigned SpecialUnits(__m128i units) {
+    const __m128i control = _mm_cmpeq_epi16(_mm_subs_epu16(units, _mm_set1_epi16(0x1F)), _mm_setzero_si128());
+    const __m128i marks =
+        _mm_or_si128(_mm_cmpeq_epi16(units, _mm_set1_epi16(u'"')), _mm_cmpeq_epi16(units, _mm_set1_epi16(u'\\')));
+    const __m128i del = _mm_cmpeq_epi16(units, _mm_set1_epi16(0x7F));
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(control, marks), del)));
+}
+#endif
+
 // The first unit from at on that is not plain, or end. Eight units at a time where the machine can; the loop behind is
 // the rule, and all there is elsewhere.
 inline const char16_t* SkipPlainUnits(const char16_t* at, const char16_t* end) {
 #if defined(__SSE2__)
-    const __m128i quote = _mm_set1_epi16(u'"');
-    const __m128i backslash = _mm_set1_epi16(u'\\');
-    const __m128i del = _mm_set1_epi16(0x7F);
-    const __m128i lastControl = _mm_set1_epi16(0x1F);
     for (; end - at >= 8; at += 8) {
-        const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-        const __m128i control = _mm_cmpeq_epi16(_mm_subs_epu16(units, lastControl), _mm_setzero_si128());
-        const __m128i marks = _mm_or_si128(_mm_cmpeq_epi16(units, quote), _mm_cmpeq_epi16(units, backslash));
-        const __m128i found = _mm_or_si128(_mm_or_si128(control, marks), _mm_cmpeq_epi16(units, del));
-        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(found));
+        const unsigned mask = SpecialUnits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)));
         if (mask != 0) {
             return at + __builtin_ctz(mask) / 2;
         }

@@ -68,7 +68,7 @@ StructureMapFilling::StructureMapFilling(JSONReader& reader, RefCntPtr<IParamete
       m_id(id),
       m_serializer(reader.Registry().GetStructureMapSerializer(id)),
       m_current(object),
-      m_members(SortedMembers(reader.Document(), object)) {}
+      m_members(reader.Members(object, id)) {}
 
 bool StructureMapFilling::Step(JSONReader& reader) {
     if (m_entryBag) {

@@ -1,48 +1,94 @@
-#include <qvpreslayer/detail/DirectText.h>
+#include <qvpreslayer/detail/DirectTypes.h>
 
+#include <typeindex>
 #include <typeinfo>
 
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <qvcore/TextNumbers.h>
+
+#include <qvpreslayer/Enumerations.h>
 #include <qvpreslayer/ParameterTypeSerializer.h>
 #include <qvpreslayer/TStringSerializer.h>
+#include <qvpreslayer/detail/NumberText.h>
 
 namespace qvpreslayer::detail {
 
 namespace {
 
-// Exactly that class: a host's derived class may answer otherwise.
-template <class Serializer>
-bool Is(const IParameterSerializer& serializer) {
-    return typeid(serializer) == typeid(Serializer);
+using Infos = boost::unordered_flat_map<std::type_index, DirectInfo>;
+
+template <class... T>
+void AddTypes(Infos& infos) {
+    (infos.emplace(typeid(ParameterTypeSerializer<T>), DirectInfoFor<T>()), ...);
+}
+
+Infos MakeInfos() {
+    Infos infos;
+    AddTypes<int, unsigned int, ::Int64, ::UInt64, float, double, bool>(infos);
+    AddTypes<FieldName, QualifiedName, TUUID>(infos);
+    AddTypes<HoursDuration, MinutesDuration, SecondsDuration, MillisecondsDuration, MicrosecondsDuration,
+             NanosecondsDuration>(infos);
+    AddTypes<AggType, BoxplotStyle, DataScaling, DataType, FontWeight, ForecastModelType, ForecastRangeType,
+             ForecastStatus, ParserMode, QuorvelFontStyle>(infos);
+    AddTypes<StyleAttribute, StyleDataClass, StyleElement, StyleFieldScope, StyleSwatch, TextAlign, TextBreakMode,
+             TextDecoration, TextOrient, TextWholeLineMode, TextWrapMode, WhiskerEnd>(infos);
+    infos[typeid(TStringSerializer)].type = DirectType::String;
+    return infos;
 }
 
 }  // namespace
 
-DirectType DirectTypeOf(const IParameterSerializer* serializer) {
-    if (serializer == nullptr) {
-        return DirectType::None;
+DirectInfo DirectInfoOf(const IParameterSerializer& serializer) {
+    static const Infos s_infos = MakeInfos();
+    const auto info = s_infos.find(typeid(serializer));
+    return info == s_infos.end() ? DirectInfo{} : info->second;
+}
+
+template <class T>
+std::u16string_view DirectDuration<T>::Text(const T& value, TextScratch& scratch) {
+    const char16_t* end = WriteInteger(scratch.units, value.count());
+    return {scratch.units, static_cast<std::size_t>(end - scratch.units)};
+}
+
+template <class T>
+bool DirectDuration<T>::Read(std::u16string_view text, T& value) {
+    ::Int64 ticks = 0;
+    if (!ParseInt64(text, ticks)) {
+        return false;
     }
-    if (Is<ParameterTypeSerializer<int>>(*serializer)) {
-        return DirectType::Int;
-    }
-    if (Is<ParameterTypeSerializer<unsigned int>>(*serializer)) {
-        return DirectType::UInt;
-    }
-    if (Is<ParameterTypeSerializer<::Int64>>(*serializer)) {
-        return DirectType::Int64;
-    }
-    if (Is<ParameterTypeSerializer<::UInt64>>(*serializer)) {
-        return DirectType::UInt64;
-    }
-    if (Is<ParameterTypeSerializer<float>>(*serializer)) {
-        return DirectType::Float;
-    }
-    if (Is<ParameterTypeSerializer<double>>(*serializer)) {
-        return DirectType::Double;
-    }
-    if (Is<ParameterTypeSerializer<bool>>(*serializer)) {
-        return DirectType::Bool;
-    }
-    return Is<TStringSerializer>(*serializer) ? DirectType::String : DirectType::None;
+    value = T(static_cast<typename T::rep>(ticks));
+    return true;
+}
+
+template struct DirectDuration<HoursDuration>;
+template struct DirectDuration<MinutesDuration>;
+template struct DirectDuration<SecondsDuration>;
+template struct DirectDuration<MillisecondsDuration>;
+template struct DirectDuration<MicrosecondsDuration>;
+template struct DirectDuration<NanosecondsDuration>;
+
+static_assert(kLongestInteger <= TextScratch::kUnits && TUUID::kTextUnits <= TextScratch::kUnits);
+
+std::u16string_view DirectTraits<TUUID>::Text(const TUUID& value, TextScratch& scratch) {
+    value.WriteText(scratch.units);
+    return {scratch.units, TUUID::kTextUnits};
+}
+
+bool DirectTraits<TUUID>::Read(std::u16string_view text, TUUID& value) { return TUUID::TryParse(text, value); }
+
+std::u16string_view DirectTraits<FieldName>::Text(const FieldName& value, TextScratch&) { return value.GetFullValue(); }
+
+bool DirectTraits<FieldName>::Read(std::u16string_view text, FieldName& value) {
+    return FieldName::TryParseGlobal(text, value);
+}
+
+std::u16string_view DirectTraits<QualifiedName>::Text(const QualifiedName& value, TextScratch&) {
+    return value.GetFullValue();
+}
+
+bool DirectTraits<QualifiedName>::Read(std::u16string_view text, QualifiedName& value) {
+    return QualifiedName::TryParseGlobal(text, value);
 }
 
 }  // namespace qvpreslayer::detail

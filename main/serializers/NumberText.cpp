@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <system_error>
@@ -47,23 +48,26 @@ char16_t* DropZeros(char16_t* end) {
     return end;
 }
 
-// A point and the digits of a fraction that is not 0, without zeros at the end. Values of few digits are common: the
-// second half is looked at only when it holds any.
+// A point and the digits of a fraction that is not 0, without zeros at the end.
 template <int Digits>
 char16_t* WriteFraction(char16_t* to, UInt64 fraction) {
     *to++ = u'.';
     if constexpr (Digits == 14) {
         constexpr UInt64 kTenTo6 = 1000000;
-        const auto high = static_cast<std::uint32_t>(fraction / kTenTo6);  // eight digits
-        const auto low = static_cast<std::uint32_t>(fraction % kTenTo6);   // six
-        if (low == 0) {
-            if (high % 10000 == 0) {
-                return DropZeros(WriteFourDigits(to, high / 10000));
-            }
-            return DropZeros(WriteEightDigits(to, high));
-        }
-        to = WriteEightDigits(to, high);
-        return DropZeros(WriteFourDigits(WriteFourDigits(to, low / 100), low % 100 * 100));
+        const auto high = static_cast<std::uint32_t>(fraction / kTenTo6);       // eight digits
+        const auto low = static_cast<std::uint32_t>(fraction % kTenTo6) * 100;  // six, and two zeros
+#if defined(__SSE2__)
+        const __m128i first = SplitEightDigits(high);
+        const __m128i second = SplitEightDigits(low);
+        StoreDigits(to, first);
+        StoreDigits(to + 8, second);
+        const __m128i zeros =
+            _mm_packs_epi16(_mm_cmpeq_epi16(first, _mm_setzero_si128()), _mm_cmpeq_epi16(second, _mm_setzero_si128()));
+        const unsigned others = static_cast<unsigned>(_mm_movemask_epi8(zeros)) ^ 0xFFFFu;
+        return to + std::bit_width(others);
+#else
+        return DropZeros(WriteEightDigits(WriteEightDigits(to, high), low));
+#endif
     } else {
         static_assert(Digits == 7);
         const auto digits = static_cast<std::uint32_t>(fraction);

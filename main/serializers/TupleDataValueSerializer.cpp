@@ -10,6 +10,7 @@
 #include <qvcore/DataValueFormatter.h>
 
 #include <qvpreslayer/PresLayerLimits.h>
+#include <qvpreslayer/detail/StackGuard.h>
 
 #include "main/serializers/DataValueText.h"
 
@@ -30,7 +31,8 @@ thread_local int s_tupleDepth = 0;
 class TupleLevel {
 public:
     TupleLevel() {
-        if (s_tupleDepth >= PresLayerLimits::GetTupleDepth()) {
+        const bool low = s_tupleDepth >= qvpreslayer::detail::kUnguardedLevels && qvpreslayer::detail::IsStackLow();
+        if (low || s_tupleDepth >= PresLayerLimits::GetTupleDepth()) {
             ThrowMalformedElement();
         }
         ++s_tupleDepth;
@@ -66,27 +68,59 @@ DataValue JoinString(const DataValue& start, Pieces& pieces) {
     bool closed = false;
     while (!closed && !pieces.AtEnd()) {
         const std::u16string_view piece = pieces.Take();
-        text.push_back(kSeparator);
-        text.append(piece);
         closed = piece.ends_with(kClose);
-    }
-    if (closed) {
-        text.resize(text.size() - 1);
+        text.push_back(kSeparator);
+        text.append(piece.substr(0, piece.size() - (closed ? 1 : 0)));
     }
     return DataValue(IndirectString::Lookup(start.GetCollation(), text));
+}
+
+[[noreturn]] void ThrowMalformedPiece(int line) {
+    ThrowLogicException(
+        "Malformed serialization of data value tuple, length must be at least 4 and begin with square bracket", line,
+        kSerializersModule);
+}
+
+void RequireBrackets(std::u16string_view text) {
+    if (text.size() < 2 || !text.starts_with(kOpen) || !text.ends_with(kClose)) {
+        ThrowLogicException("Tuple should begin and end with square brackets", __LINE__, kSerializersModule);
+    }
+}
+
+// The value of a piece without its brackets. A piece holds no separator, so that each tuple in it has one value: they
+// are opened one after the other, and put around the value from the innermost outwards.
+DataValue FromPiece(std::u16string_view piece) {
+    constexpr std::u16string_view kTuple = u"t:";
+    int levels = 0;
+    for (; piece.starts_with(kTuple); ++levels) {
+        piece.remove_prefix(kTuple.size());
+        RequireBrackets(piece);
+        if (s_tupleDepth + levels >= PresLayerLimits::GetTupleDepth()) {
+            ThrowMalformedElement();
+        }
+        if (piece.size() < kShortestPiece) {
+            ThrowMalformedPiece(__LINE__);
+        }
+        piece = piece.substr(1, piece.size() - 2);
+    }
+    DataValue value = FromTypedText(piece);
+    for (; levels > 0; --levels) {
+        std::vector<DataValue> values;
+        values.push_back(std::move(value));
+        value = MakeRefCnt<Tuple>(std::move(values));
+    }
+    return value;
 }
 
 DataValue TakeElement(Pieces& pieces) {
     std::u16string_view piece = pieces.Take();
     if (piece.size() < kShortestPiece || !piece.starts_with(kOpen)) {
-        ThrowLogicException(
-            "Malformed serialization of data value tuple, length must be at least 4 and begin with square bracket",
-            __LINE__, kSerializersModule);
+        ThrowMalformedPiece(__LINE__);
     }
     const bool closed = piece.ends_with(kClose);
     piece.remove_prefix(1);
     piece.remove_suffix(closed ? 1 : 0);
-    DataValue value = FromTypedText(piece);
+    DataValue value = FromPiece(piece);
     if (closed) {
         return value;
     }
@@ -112,9 +146,7 @@ void AppendTupleText(TString& out, const Tuple& tuple) {
 }
 
 RefCntPtr<Tuple> FromTupleText(std::u16string_view text) {
-    if (text.size() < 2 || !text.starts_with(kOpen) || !text.ends_with(kClose)) {
-        ThrowLogicException("Tuple should begin and end with square brackets", __LINE__, kSerializersModule);
-    }
+    RequireBrackets(text);
     const TupleLevel level;
     std::vector<DataValue> values;
     Pieces pieces(text);

@@ -1,10 +1,13 @@
 #include <qvpreslayer/BagStructureSerializer.h>
 
+#include <typeinfo>
+
 #include <qvpreslayer/ParameterAccess.h>
 #include <qvpreslayer/ParametersRegistry.h>
 #include <qvpreslayer/SerializeStructure.h>
 #include <qvpreslayer/StructureScopes.h>
 #include <qvpreslayer/VisitParametersStructure.h>
+#include <qvpreslayer/detail/DirectText.h>
 
 namespace {
 
@@ -92,4 +95,12 @@ RefCntPtr<IParameter> BagStructureSerializer::MakeMap(const std::map<TString, Re
         bags.emplace_hint(bags.end(), key, BagOf(entry));
     }
     return MakeRefCnt<ValParameter<BagMap>>(std::move(bags));
+}
+
+qvpreslayer::detail::DirectInfo qvpreslayer::detail::DirectInfoOf(const IStructureSerializer& serializer) {
+    DirectInfo info;
+    if (typeid(serializer) == typeid(BagStructureSerializer) && !serializer.IsListForm()) {
+        info.type = DirectType::Bags;
+    }
+    return info;
 }

@@ -5,9 +5,10 @@
 #include <qvpreslayer/CoreNamespace.h>
 #include <qvpreslayer/ParameterTypeTraits.h>
 #include <qvpreslayer/PresLayerLimits.h>
+#include <qvpreslayer/detail/RunFilling.h>
 
 #include "main/structure/RunExpansion.h"
-#include "main/structure/RunWriter.h"
+#include "main/structure/RunEvents.h"
 
 namespace {
 
@@ -22,9 +23,6 @@ constexpr CoreParameterID kTag = std::is_floating_point_v<T> ? CoreParameterID::
                                                              : CoreParameterID::UIntRLE;
 
 template <class T>
-using RunsOf = std::conditional_t<std::is_floating_point_v<T>, EqualRuns<T>, StepRuns<T>>;
-
-template <class T>
 void WritePlain(SerializeStructure& stream, int id, const std::vector<T>& values) {
     const ListStructure list(id, stream, PTC_None);
     for (const T& value : values) {
@@ -35,13 +33,10 @@ void WritePlain(SerializeStructure& stream, int id, const std::vector<T>& values
 template <class T>
 void WritePacked(SerializeStructure& stream, int id, const std::vector<T>& values) {
     const ListStructure list(id, stream, PTC_None);
-    RunWriter<T, decltype(&ToText<T>)> writer(stream, static_cast<int>(kTag<T>), &ToText<T>);
-    RunsOf<T> runs;
-    for (const T& value : values) {
-        runs.Add(value, writer);
-    }
-    runs.End(writer);
-    writer.WriteMarker();
+    RunEvents<T, decltype(&ToText<T>)> events(stream, static_cast<int>(kTag<T>), &ToText<T>);
+    qvpreslayer::detail::RunPieces<T, decltype(events)> pieces(events);
+    qvpreslayer::detail::ForEachRun(values, pieces);
+    pieces.WriteMarker();
 }
 
 template <class T>
@@ -53,8 +48,7 @@ void Write(SerializeStructure& stream, int id, const std::vector<T>& values) {
     }
 }
 
-// The rules of numeric elements. Steps are read in the signed type of the same width; integers count modulo 2^n, so
-// that a falling step is a rising one in the unsigned type.
+// The rules of numeric elements. Steps are read in the signed type of the same width.
 template <class T>
 struct NumberElements {
     using StepType =
@@ -76,24 +70,7 @@ struct NumberElements {
     static std::size_t Length(const Run& run) { return run.length; }
 
     static void Append(const Run& run, std::vector<T>& to) {
-        if (run.step == 0) {
-            to.insert(to.end(), run.length, run.first);
-            return;
-        }
-        T value = run.first;
-        for (std::size_t i = 0; i < run.length; ++i) {
-            to.push_back(value);
-            value = Next(value, run.step);
-        }
-    }
-
-    static T Next(T value, StepType step) {
-        if constexpr (std::is_integral_v<T>) {
-            using Unsigned = std::make_unsigned_t<T>;
-            return static_cast<T>(static_cast<Unsigned>(static_cast<Unsigned>(value) + static_cast<Unsigned>(step)));
-        } else {
-            return value + step;
-        }
+        qvpreslayer::detail::AppendRun(to, run.first, run.length, run.step);
     }
 };
 

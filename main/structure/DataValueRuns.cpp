@@ -7,7 +7,7 @@
 #include <qvpreslayer/DataValueSerializer.h>
 
 #include "main/structure/RunExpansion.h"
-#include "main/structure/RunWriter.h"
+#include "main/structure/RunEvents.h"
 
 namespace {
 
@@ -55,21 +55,22 @@ Int64 ContentOf(const DataValue& value, const Int64*) { return value.GetInteger(
 double ContentOf(const DataValue& value, const double*) { return value.GetReal(); }
 
 // A null is never part of a run: it ends the open one and stands by itself.
-template <class T, class Runs>
+template <class T>
 void WritePacked(SerializeStructure& stream, int id, const std::vector<DataValue>& values, CoreParameterID tag) {
     const ListStructure list(id, stream, PTC_None);
-    RunWriter<T, decltype(&BareText<T>)> writer(stream, static_cast<int>(tag), &BareText<T>);
-    Runs runs;
+    RunEvents<T, decltype(&BareText<T>)> events(stream, static_cast<int>(tag), &BareText<T>);
+    qvpreslayer::detail::RunPieces<T, decltype(events)> pieces(events);
+    qvpreslayer::detail::RunsOf<T> runs;
     for (const DataValue& value : values) {
         if (value.IsSpecial()) {
-            runs.End(writer);
+            runs.End(pieces);
             stream.ListItem(ContextualDataValueSerializerCore::ToString(value));
         } else {
-            runs.Add(ContentOf(value, static_cast<const T*>(nullptr)), writer);
+            runs.Add(ContentOf(value, static_cast<const T*>(nullptr)), pieces);
         }
     }
-    runs.End(writer);
-    writer.WriteMarker();
+    runs.End(pieces);
+    pieces.WriteMarker();
 }
 
 // The rules of typed elements: a step with a point is a real, any other a 32-bit integer.
@@ -122,9 +123,9 @@ void DataSerializerHelpers::SerializeDataValueVector(SerializeStructure& stream,
 void DataSerializerHelpers::SerializeDataValueVector(SerializeStructure& stream, int id,
                                                      const std::vector<DataValue>& values, DataType type) {
     if (stream.GetCompressArrays() && type == DataType::Integer) {
-        WritePacked<Int64, StepRuns<Int64>>(stream, id, values, CoreParameterID::IntRLE);
+        WritePacked<Int64>(stream, id, values, CoreParameterID::IntRLE);
     } else if (stream.GetCompressArrays() && type == DataType::Real) {
-        WritePacked<double, EqualRuns<double>>(stream, id, values, CoreParameterID::FloatRLE);
+        WritePacked<double>(stream, id, values, CoreParameterID::FloatRLE);
     } else {
         WritePlain(stream, id, values, type);
     }

@@ -1,4 +1,8 @@
 // What a registration function declares its parameters on.
+//
+// Exceptions: basic: an entry that cannot be made is recorded in part or not at all, and the serializer that was handed
+// over is freed. What leaves a registration function ends the filling of its namespace, and the next lookup runs all
+// functions again.
 #pragma once
 
 #include <qvsys/RefCntPtr.h>

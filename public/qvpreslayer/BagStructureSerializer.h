@@ -1,4 +1,6 @@
 // The structure serializer of plain records: a structure is a bag.
+//
+// Exceptions: Serialize is basic: what was told stays told, and braces that were opened are closed. All else is strong.
 #pragma once
 
 #include <qvpreslayer/Export.h>

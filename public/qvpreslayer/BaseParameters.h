@@ -5,6 +5,10 @@
 //
 // Threads: once filled, a bag may be read from several threads at once. Every change, SetCacheParameter on a const bag
 // included, needs the caller's own exclusion.
+//
+// Exceptions: strong: a bag that cannot be changed stays as it was. HasParameter, HasCacheParameter,
+// RemoveOptionalParameter, storing a null and replacing a value never throw, nor does destroying, which needs no
+// memory.
 #pragma once
 
 #include <qvsys/RefCntPtr.h>
@@ -12,6 +16,10 @@
 #include <qvpreslayer/Export.h>
 #include <qvpreslayer/IParameters.h>
 #include <qvpreslayer/detail/ParameterTable.h>
+
+namespace qvpreslayer::detail {
+class PlainBags;
+}
 
 class QVPRESLAYER_API BaseParameters : public IParameters {
 public:
@@ -60,6 +68,8 @@ protected:
     virtual RefCntPtr<BaseParameters> DoEmptyClone() = 0;
 
 private:
+    friend class qvpreslayer::detail::PlainBags;
+
     qvpreslayer::detail::ParameterTable m_parameters;               // no null pointers
     mutable qvpreslayer::detail::ParameterTable m_cacheParameters;  // likewise
 };

@@ -3,6 +3,9 @@
 // JSONSerializer drives it; hosts use it to write with events of their own.
 //
 // Threads: a visitor lives for one write and belongs to it.
+//
+// Exceptions: events are basic: what was written before a failure stays in the text, which is then of no use. Making
+// one is strong.
 #pragma once
 
 #include <cstdint>
@@ -53,6 +56,12 @@ public:
     // The events of a single value or a plain list at once.
     bool WriteDirectly(const ParameterInfo& info, bool useVerboseNames, const IParameter& value) override;
 
+    // For the library's own use: the next event is a member of an object whose text so far was written without events;
+    // first says that none of its members was.
+    void ContinueMembers(bool first) noexcept { m_frame.firstToCome = first; }
+    bool IsFirstMember() const noexcept { return m_frame.firstToCome; }
+    bool IsBalanced() const noexcept { return m_outerFrames.empty(); }
+
 private:
     struct Frame {
         bool inList;
@@ -81,7 +90,8 @@ private:
     bool m_camelCaseNames;
     TString& m_out;
     std::int32_t m_depth;
-    std::vector<Frame> m_frames;
+    Frame m_frame{false, true, PTC_None};  // the innermost
+    std::vector<Frame> m_outerFrames;
     bool m_captureEnabled;
     bool m_nestedCapture;
     std::vector<std::uint32_t> m_captureStarts;  // the largest value: not recorded

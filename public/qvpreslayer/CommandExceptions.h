@@ -1,4 +1,7 @@
 // What is wrong with the arguments of one command, as lists of parameter identifiers.
+//
+// Exceptions: making, copying, Clone, Throw and the Add operations are strong; asking never throws. Assigning is basic:
+// lists that could not be copied keep what they held.
 #pragma once
 
 #include <utility>

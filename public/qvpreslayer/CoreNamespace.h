@@ -1,4 +1,6 @@
 // The namespace that the library itself needs: the tags of packed lists, and "param-type".
+//
+// Exceptions: strong.
 #pragma once
 
 #include <qvcore/TString.h>

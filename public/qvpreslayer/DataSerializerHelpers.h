@@ -4,6 +4,9 @@
 // falls, its step: 1, 2, 3, 4, 5 is written [1,5,1]. The nested list is named after its element type ("int-rle",
 // "uint-rle", "float-rle"); a last, empty one marks the whole list as packed. Reals are packed only where they are
 // equal.
+//
+// Exceptions: writing is basic: what was told stays told, and lists that were opened are closed. Expanding is basic:
+// what the values hold after a failure is not told; serializers drop them.
 #pragma once
 
 #include <cstddef>

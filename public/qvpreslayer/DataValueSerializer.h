@@ -1,4 +1,6 @@
 // The text forms of typed values and tuples.
+//
+// Exceptions: strong.
 #pragma once
 
 #include <qvsys/RefCntPtr.h>

@@ -15,12 +15,16 @@
 // GetEnumValues<Season>() lists the table.
 //
 // Threads: tables are constants; nothing is built when the program starts, and nothing ever changes.
+//
+// Exceptions: reading and writing a value are strong; looking into a table never throws.
 #pragma once
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string_view>
 #include <type_traits>
@@ -49,31 +53,9 @@ enum class UnknownName {
     IsError,    // QuorvelException
 };
 
-// Positions in a table, put in the order of the names.
-template <std::size_t N>
-using EnumNameOrder = std::array<std::uint16_t, N>;
-
 template <class E>
 constexpr std::int64_t NumberOf(E value) {
     return static_cast<std::int64_t>(value);
-}
-
-// Shorter names first: most steps of a search then compare two lengths and no characters.
-constexpr bool IsNameBefore(std::u16string_view left, std::u16string_view right) {
-    return left.size() != right.size() ? left.size() < right.size() : left < right;
-}
-
-template <class E, std::size_t N>
-constexpr EnumNameOrder<N> OrderByName(const EnumName<E> (&names)[N]) {
-    static_assert(N <= 0x10000, "positions have 16 bits");
-    EnumNameOrder<N> order{};
-    for (std::size_t i = 0; i < N; ++i) {
-        order[i] = static_cast<std::uint16_t>(i);
-    }
-    std::sort(order.begin(), order.end(), [&names](std::uint16_t left, std::uint16_t right) {
-        return IsNameBefore(names[left].name, names[right].name);
-    });
-    return order;
 }
 
 // The checks that a table passes before it compiles.
@@ -83,14 +65,6 @@ constexpr bool IsAscending(const EnumName<E> (&names)[N]) {
         return NumberOf(left.value) >= NumberOf(right.value);
     });
     return notAbove == names + N;
-}
-
-template <class E, std::size_t N>
-constexpr bool HasUniqueNames(const EnumName<E> (&names)[N], const EnumNameOrder<N>& order) {
-    const auto* twin = std::adjacent_find(
-        order.data(), order.data() + N,
-        [&names](std::uint16_t left, std::uint16_t right) { return names[left].name == names[right].name; });
-    return twin == order.data() + N;
 }
 
 template <class E, std::size_t N>
@@ -115,14 +89,65 @@ constexpr const EnumName<E>* FindByValue(const EnumName<E> (&names)[N], E value)
     return line != names + N && line->value == value ? line : nullptr;
 }
 
+// Where a search for name begins in a table of slots. Names of one enumeration share words: length, ends and middle
+// tell them apart best.
+constexpr std::size_t HashOfName(std::u16string_view name) {
+    if (name.empty()) {
+        return 0;
+    }
+    const std::size_t ends = name.front() + std::size_t{name.back()} * 0x9E37;
+    const std::size_t middle =
+        name[name.size() / 2] * std::size_t{0x85EB} + name[name.size() / 3] * std::size_t{0xC2B3};
+    const std::size_t mixed = (ends + middle + name.size() * 0x27D5) * 0x9E3779B97F4A7C15u;
+    return mixed >> 40;
+}
+
+// Positions in a table, plus one, by the hash of their names; a taken slot leads to the next one, 0 ends the search.
+// Half of the slots are free.
+template <std::size_t N>
+using EnumNameSlots = std::array<std::uint16_t, std::bit_ceil(2 * N)>;
+
+template <class E, std::size_t N>
+constexpr EnumNameSlots<N> SlotsByName(const EnumName<E> (&names)[N]) {
+    static_assert(N < 0xFFFF, "positions have 16 bits");
+    EnumNameSlots<N> slots{};
+    for (std::size_t i = 0; i < N; ++i) {
+        std::size_t slot = HashOfName(names[i].name) % slots.size();
+        while (slots[slot] != 0) {
+            slot = (slot + 1) % slots.size();
+        }
+        slots[slot] = static_cast<std::uint16_t>(i + 1);
+    }
+    return slots;
+}
+
+// Equality of views compares unit by unit, which compilers do not turn into comparing memory.
+constexpr bool AreSameNames(std::u16string_view left, std::u16string_view right) {
+    if (std::is_constant_evaluated() || left.empty()) {
+        return left == right;
+    }
+    return left.size() == right.size() && std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
+}
+
 // The line of name, or null.
 template <class E, std::size_t N>
-constexpr const EnumName<E>* FindByName(const EnumName<E> (&names)[N], const EnumNameOrder<N>& order,
+constexpr const EnumName<E>* FindByName(const EnumName<E> (&names)[N], const EnumNameSlots<N>& slots,
                                         std::u16string_view name) {
-    const auto* position = std::lower_bound(
-        order.data(), order.data() + N, name,
-        [&names](std::uint16_t left, std::u16string_view right) { return IsNameBefore(names[left].name, right); });
-    return position != order.data() + N && names[*position].name == name ? &names[*position] : nullptr;
+    for (std::size_t slot = HashOfName(name) % slots.size(); slots[slot] != 0; slot = (slot + 1) % slots.size()) {
+        const EnumName<E>& line = names[slots[slot] - 1];
+        if (AreSameNames(line.name, name)) {
+            return &line;
+        }
+    }
+    return nullptr;
+}
+
+// Whether every name leads to its own line.
+template <class E, std::size_t N>
+constexpr bool HasUniqueNames(const EnumName<E> (&names)[N], const EnumNameSlots<N>& slots) {
+    return std::all_of(names, names + N, [&names, &slots](const EnumName<E>& line) {
+        return FindByName(names, slots, line.name) == &line;
+    });
 }
 
 }  // namespace qvpreslayer::detail
@@ -141,11 +166,14 @@ struct EnumTraits : ParameterTypeTraitsBase {
     static constexpr bool kNullIsLogicError = true;
     static constexpr Enum kDefault = Default;
     static constexpr std::span<const EnumName<Enum>> kNames{Names};
-    static constexpr auto kOrder = qvpreslayer::detail::OrderByName(Names);
+    static constexpr auto kSlots = qvpreslayer::detail::SlotsByName(Names);
+
+    // What traits derived from this one have in common with it, as long as they keep its conversions.
+    using Table = EnumTraits;
 
     static_assert(std::is_enum_v<Enum> && sizeof(Enum) <= sizeof(std::int32_t), "enumerators have at most 32 bits");
     static_assert(qvpreslayer::detail::IsAscending(Names), "the values of the table ascend");
-    static_assert(qvpreslayer::detail::HasUniqueNames(Names, kOrder), "the names of the table are unique");
+    static_assert(qvpreslayer::detail::HasUniqueNames(Names, kSlots), "the names of the table are unique");
     static_assert(qvpreslayer::detail::HasValue(Names, Default), "the default is in the table");
 
     static TString ToText(const Enum& value) {
@@ -156,11 +184,23 @@ struct EnumTraits : ParameterTypeTraitsBase {
         return line->name;
     }
 
-    static Enum FromText(const TString& text) { return Lookup(text, qvpreslayer::detail::UnknownName::IsDefault); }
+    // The name of value, a constant; the default view where the table has none.
+    static constexpr std::u16string_view FindName(Enum value) {
+        const EnumName<Enum>* line = qvpreslayer::detail::FindByValue(Names, value);
+        return line == nullptr ? std::u16string_view() : line->name;
+    }
+
+    // Whether the table has the name.
+    static bool IsName(std::u16string_view name) {
+        return qvpreslayer::detail::FindByName(Names, kSlots, name) != nullptr;
+    }
+
+    static Enum FromText(const TString& text) { return FromName(text); }
+    static Enum FromName(std::u16string_view name) { return Lookup(name, qvpreslayer::detail::UnknownName::IsDefault); }
 
     // FromText with a choice; this library itself never asks for the strict one.
     static Enum Lookup(std::u16string_view text, qvpreslayer::detail::UnknownName unknown) {
-        const EnumName<Enum>* line = qvpreslayer::detail::FindByName(Names, kOrder, text);
+        const EnumName<Enum>* line = qvpreslayer::detail::FindByName(Names, kSlots, text);
         if (line != nullptr) {
             return line->value;
         }

@@ -1,4 +1,6 @@
 // The options that a session gives to everything that builds output.
+//
+// Exceptions: what an implementation throws passes through whoever asks for options.
 #pragma once
 
 #include <qvsys/RefCntObject.h>

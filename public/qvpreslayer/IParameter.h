@@ -1,4 +1,6 @@
 // One value of a bag.
+//
+// Exceptions: the operations of this library's values never throw.
 #pragma once
 
 #include <qvsys/BlockPool.h>

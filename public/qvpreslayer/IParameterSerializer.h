@@ -1,4 +1,8 @@
 // How the values of one parameter become texts, and texts become values.
+//
+// Exceptions: implementations give the strong guarantee, SerializeList the basic one: what was told stays told, and
+// what scopes opened is closed. What they throw passes, but for single values that the registry reads, where it becomes
+// ParameterParseException.
 #pragma once
 
 #include <map>

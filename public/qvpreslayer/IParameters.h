@@ -1,4 +1,7 @@
 // The abstract bag, and the visitor of its entries.
+//
+// Exceptions: implementations give the strong guarantee, Accept the basic one: entries visited stay visited. What a
+// visitor throws passes through Accept and ends it.
 #pragma once
 
 #include <qvsys/BlockPool.h>

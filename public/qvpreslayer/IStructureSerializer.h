@@ -1,4 +1,7 @@
 // How structured values of one parameter are written, and made again from bags.
+//
+// Exceptions: implementations give the strong guarantee, Serialize and PrepareElement the basic one. What they throw
+// passes through walks and readers, which close what their scopes opened and drop the bags that they were filling.
 #pragma once
 
 #include <map>

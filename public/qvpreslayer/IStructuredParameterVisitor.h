@@ -1,4 +1,7 @@
 // The seam between walking a bag and writing it: one call for each event.
+//
+// Exceptions: what an event throws passes and ends the walk; what scope objects opened is then told closed, and what
+// fails in that is dropped.
 #pragma once
 
 #include <qvcore/TString.h>

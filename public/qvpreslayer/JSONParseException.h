@@ -1,4 +1,7 @@
 // A JSON text that cannot be read.
+//
+// Exceptions: making, copying, Clone, Throw and SetLocation are strong; asking and SetMismatch never throw. Assigning
+// is basic.
 #pragma once
 
 #include <qvsys/QuorvelException.h>

@@ -1,4 +1,7 @@
 // Bags and presentation models as JSON (RFC 8259) text, and back.
+//
+// Exceptions: strong, but for PresModelToString into a text of the caller's, which is basic: what was written before a
+// failure stays there. EnableCapture and ForceDisableCapture never throw.
 #pragma once
 
 #include <qvsys/RefCntPtr.h>
@@ -9,11 +12,13 @@
 #include <qvpreslayer/IParameters.h>
 #include <qvpreslayer/PresentationModel.h>
 
+class IReadingDiagnostics;
+
 // Writes and reads the parameters of one namespace. docs/json.md tells what is written in each form, what is read, and
 // what does not come back as it went.
 //
-// Threads: one serializer may write and read on several threads at once; EnableCapture, copying into it and
-// ForceDisableCapture need exclusion.
+// Threads: one serializer may write and read on several threads at once; EnableCapture, SetDiagnostics, copying
+// into it and ForceDisableCapture need exclusion.
 class QVPRESLAYER_API JSONSerializer {
 public:
     // The form of the text.
@@ -67,8 +72,14 @@ public:
     RefCntPtr<IParameters> ToParameters(const TString& json) const;
     RefCntPtr<IParameters> ToParameters(const TString& json, bool shortNames, bool lookupFlag) const;
 
+    // Has diagnostics told of every leniency of later readings, on the thread that reads; null turns that off again, as
+    // it is at first. Values and failures stay the same; reading takes longer. Copies of the serializer share it.
+    // Requires: diagnostics outlives its use.
+    void SetDiagnostics(IReadingDiagnostics* diagnostics) noexcept { m_diagnostics = diagnostics; }
+
 private:
     TString m_namespace;
+    IReadingDiagnostics* m_diagnostics = nullptr;
     bool m_captureEnabled = false;
     bool m_nestedCapture = false;
 };

@@ -1,4 +1,6 @@
 // Typed access to values that are known only as IParameter.
+//
+// Exceptions: strong.
 #pragma once
 
 #include <typeinfo>

@@ -1,4 +1,6 @@
 // The family of value serializers: one mechanism over ParameterTypeTraits<T>.
+//
+// Exceptions: as IParameterSerializer tells; what the traits throw passes.
 #pragma once
 
 #include <map>

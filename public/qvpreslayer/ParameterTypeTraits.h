@@ -3,6 +3,8 @@
 // Each specialisation gives the kind of a single value, its text in both directions, and two habits that differ between
 // families. Hosts specialise ParameterTypeTraits for a type of their own and then register
 // ParameterTypeSerializer<TheirType>.
+//
+// Exceptions: the traits of this library are strong, and those of hosts have to be.
 #pragma once
 
 #include <chrono>

@@ -8,8 +8,13 @@
 // threads. First lookups may race: each namespace is filled once, under a recursive mutex of its own, so that a
 // registration function may itself look up. Two namespaces whose functions look each other up must not meet their first
 // lookups on two threads at once; one lookup of each at start-up avoids that.
+//
+// Exceptions: strong, registering and clearing included: what throws has changed nothing, but that namespaces that were
+// filled on the way stay filled. HasNamespace, IsUnserializable, FindInfo of a filled namespace and Clear() never
+// throw.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -41,7 +46,16 @@ struct ParameterInfo {
     TString camelName;                                    // the verbose name as JSON spells it
     RefCntPtr<IParameterSerializer> serializer;           // null for bags and structures
     RefCntPtr<IStructureSerializer> structureSerializer;  // null for all but structures
-    qvpreslayer::detail::DirectType directType{};         // of the values, for the library's own use
+    qvpreslayer::detail::DirectInfo direct{};             // for the library's own use
+};
+
+// A registered namespace as a whole. The records are the registry's own, in the order in which they were added.
+struct ParameterNamespaceInfo {
+    TString name;
+    int firstId = 0;
+    int lastId = 0;
+    TString fallback;  // empty when there is none
+    std::vector<const ParameterInfo*> parameters;
 };
 
 class QVPRESLAYER_API ParametersRegistry {
@@ -81,6 +95,7 @@ public:
     // Marks id, registered or not, as one that walks pass over; asks for the mark.
     void AddUnserializable(int id);
     bool IsUnserializable(int id) const;
+    bool HasUnserializable() const noexcept;  // whether any is marked
 
     // Removes the namespace, its links as a fallback and to one, and the unserializable marks of its identifiers that
     // have both names. ParameterNamespaceNotFoundException when there is none. Fills it first when need be. References
@@ -135,13 +150,31 @@ public:
     // Everything about id in one lookup, or null when it is not registered. Valid until its namespace is cleared.
     const ParameterInfo* FindInfo(int id) const;
 
-    // The camel-case names of a namespace, filled, or null when there is none. For the library's own use; valid until
-    // the namespace is cleared.
-    const qvpreslayer::detail::ICamelNames* FindCamelNames(const TString& namespaceName) const;
+    // The namespace in which names that namespaceName does not know are sought next; null when there is none. Valid
+    // until either is cleared.
+    const TString* FindFallback(const TString& namespaceName) const noexcept;
+
+    // For the library's own use: the names of a namespace, null when it is not registered, or not filled and fill does
+    // not ask for that; whether ranges overlap, so that an identifier may not belong to the namespace that names it.
+    // Valid until the namespace is cleared.
+    const qvpreslayer::detail::INameIndex* FindNames(const TString& namespaceName, bool fill) const;
+    bool HasOverlaps() const noexcept;
+
+    // For the library's own use: a number that no other state of any registry of the process has. What lookups
+    // answered is valid while it is the same.
+    std::uint64_t GetGeneration() const noexcept;
 
     // The registered namespaces in name order, each with its identifiers that have both names, in the order in which
     // they were added. Fills every namespace.
     std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> GetNamespaceInfos() const;
+
+    // The registered namespaces in name order with everything in them, for tools that show or export a vocabulary:
+    // parameters without a short name too. Fills every namespace. The records are valid until their namespace is
+    // cleared.
+    std::vector<ParameterNamespaceInfo> DescribeNamespaces() const;
+
+    // All identifiers that AddUnserializable marked, ascending.
+    std::vector<int> GetUnserializable() const;
 
 protected:
     ~ParametersRegistry();

@@ -1,4 +1,6 @@
 // The output options in force.
+//
+// Exceptions: nothing is thrown but what the host's session and options throw, which passes.
 #pragma once
 
 #include <qvpreslayer/Export.h>

@@ -1,4 +1,6 @@
 // A model object that travels as a parameter and remembers its last serialized form.
+//
+// Exceptions: strong; asking and SetHash never throw.
 #pragma once
 
 #include <qvsys/RefCntObject.h>
@@ -16,6 +18,10 @@ class IParameters;
 // Threads: the two remembered fields change on a const model without a lock; who shares a model between threads keeps
 // those calls apart.
 class QVPRESLAYER_API PresentationModel : public virtual RefCntObject {
+protected:
+    // Stands first since that is its place in the virtual table, which hosts are built against.
+    ~PresentationModel() override;
+
 public:
     PresentationModel();
 
@@ -36,9 +42,6 @@ public:
     void SetHash(UInt64 hash) const noexcept { m_hash = hash; }
     const TString& GetSerializedVal() const noexcept { return m_serializedVal; }
     void SetSerializedVal(const TString& text) const { m_serializedVal = text; }
-
-protected:
-    ~PresentationModel() override;
 
 private:
     mutable TString m_serializedVal;

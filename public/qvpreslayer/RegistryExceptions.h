@@ -1,6 +1,9 @@
 // Failures of the registry: names, identifiers and namespaces that are not there, or are there already.
 //
 // Building one never touches the registry, so that it can be thrown at any time.
+//
+// Exceptions: making, copying, Clone and Throw are strong; asking never throws, but for names, which are copied.
+// Assigning is basic.
 #pragma once
 
 #include <qvsys/QuorvelException.h>

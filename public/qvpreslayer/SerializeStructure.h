@@ -1,4 +1,7 @@
 // The stream through which structured values are written.
+//
+// Exceptions: basic: what was told stays told. An identifier that is not found is reported before the visitor is told
+// anything.
 #pragma once
 
 #include <qvsys/RefCntPtr.h>

@@ -3,6 +3,8 @@
 //
 // An end that throws passes its exception on, unless another one is already on its way: then it is dropped. A start
 // that throws leaves no scope and no end. Copying a scope copies its fields: each copy tells an end of its own.
+//
+// Exceptions: basic, as the stream is; ends may throw out of the destructor, as told above.
 #pragma once
 
 #include <qvcore/TString.h>

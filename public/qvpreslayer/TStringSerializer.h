@@ -1,4 +1,6 @@
 // The serializer of texts.
+//
+// Exceptions: as IParameterSerializer tells.
 #pragma once
 
 #include <qvpreslayer/Export.h>

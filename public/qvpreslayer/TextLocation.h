@@ -1,7 +1,10 @@
 // Where in a text a failure lies.
+//
+// Exceptions: asking and setting never throw; the path is copied by whoever hands it over.
 #pragma once
 
 #include <cstddef>
+#include <utility>
 
 #include <qvcore/TString.h>
 
@@ -21,7 +24,7 @@ public:
     // Where the failure lies; not IsKnown() when the exception does not come out of reading a text. Valid as long as
     // the exception.
     const TextLocation& GetLocation() const noexcept { return m_location; }
-    void SetLocation(const TextLocation& location) { m_location = location; }
+    void SetLocation(TextLocation location) noexcept { m_location = std::move(location); }
 
 protected:
     TextLocated() = default;

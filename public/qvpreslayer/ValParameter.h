@@ -1,4 +1,6 @@
 // The value holder: one typed value, a vector of them, or a map from text to them.
+//
+// Exceptions: making one is strong; all else never throws.
 #pragma once
 
 #include <utility>

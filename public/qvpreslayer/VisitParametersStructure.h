@@ -1,4 +1,7 @@
 // The walk of a bag: from values to events.
+//
+// Exceptions: basic: events told before a failure stay told, composites of records and lists of serializers are told
+// closed, bags, maps and structure lists are not. Making a walker is strong.
 #pragma once
 
 #include <qvsys/RefCntPtr.h>
@@ -13,6 +16,7 @@ class ParametersRegistry;
 struct ParameterInfo;
 
 namespace qvpreslayer::detail {
+class DeepWalk;
 class IDirectVisitor;
 }  // namespace qvpreslayer::detail
 
@@ -23,6 +27,10 @@ class IDirectVisitor;
 // TypeMismatchCommandException(id) for a bag parameter that holds none, LogicException "m_ptr" for a null bag,
 // "gm_RegistryInstance != nullptr" without a registry, QuorvelException for bags nested deeper than
 // PresLayerLimits::GetBagDepth(), and whatever serializers and the visitor throw. Events told before stay told.
+//
+// Bags in bags, and the records of BagStructureSerializer, cost no stack however deep they are. Structure serializers
+// of the host that walk bags of their own do: from the 17th level on, one that starts with less than
+// PresLayerLimits::GetStackReserve() of the thread's stack left is one level too many.
 //
 // Threads: the bag is only read; the visitor belongs to the caller.
 QVPRESLAYER_API void VisitParametersStructure(const TString& name, RefCntPtr<const IParameters> bag,
@@ -46,6 +54,8 @@ public:
     void VisitParameter(int id, const RefCntPtr<IParameter>& value) override;
 
 private:
+    friend class qvpreslayer::detail::DeepWalk;
+
     bool VisitDirectly(const ParameterInfo& info, const RefCntPtr<IParameter>& value);
     void VisitList(int id, const RefCntPtr<IParameter>& value);
     void VisitMap(int id, const TString& name, const RefCntPtr<IParameter>& value);
@@ -60,4 +70,5 @@ private:
     qvpreslayer::detail::IDirectVisitor* m_directVisitor;  // the same visitor, where it takes values as they are
     bool m_useVerboseNames;
     bool m_compressArrays;
+    qvpreslayer::detail::DeepWalk* m_deepWalk = nullptr;  // the walk that this is a level of, when there is one
 };

@@ -5,6 +5,8 @@
 
 #include <qvcore/qvcore.h>
 
+#include <qvpreslayer/Version.h>
+
 // Values and bags.
 #include <qvpreslayer/IParameter.h>
 #include <qvpreslayer/IParameters.h>
@@ -24,6 +26,7 @@
 // JSON.
 #include <qvpreslayer/JSONSerializer.h>
 #include <qvpreslayer/BuildParameterStrings.h>
+#include <qvpreslayer/IReadingDiagnostics.h>
 
 // Serializers of values and structures.
 #include <qvpreslayer/IParameterSerializer.h>

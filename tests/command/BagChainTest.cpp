@@ -1,12 +1,11 @@
 #include <qvpreslayer/BaseParameters.h>
 
-#include <pthread.h>
-
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "command/CommandTestSupport.h"
+#include "support/SmallStack.h"
 
 namespace {
 
@@ -27,12 +26,6 @@ RefCntPtr<TestBag> Chain(int length, Add add) {
 }
 
 void AddAsParameter(TestBag& next, const RefCntPtr<TestBag>& bag) { next.SetParameter(kInner, BagVal(bag)); }
-
-void* FreeBag(void* bag) {
-    RefCntPtr<TestBag>* chain = static_cast<RefCntPtr<TestBag>*>(bag);
-    chain->Reset();
-    return nullptr;
-}
 
 }  // namespace
 
@@ -74,13 +67,7 @@ TEST(BagChain, ALongOneIsFreedOnASmallStack) {
         AddAsParameter(next, bag);
         next.SetParameter(kCounted, RefCntPtr<IParameter>(new CountedValue(alive)));
     });
-    pthread_attr_t attributes;
-    ASSERT_EQ(0, pthread_attr_init(&attributes));
-    ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, 256 * 1024));
-    pthread_t thread;
-    ASSERT_EQ(0, pthread_create(&thread, &attributes, FreeBag, &chain));
-    ASSERT_EQ(0, pthread_join(thread, nullptr));
-    pthread_attr_destroy(&attributes);
+    OnSmallStack([&] { chain.Reset(); });
     EXPECT_EQ(0, alive);
 }
 

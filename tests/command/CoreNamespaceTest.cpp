@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "command/CommandTestSupport.h"
+#include "support/TraceVisitor.h"
 
 namespace {
 
@@ -192,6 +193,38 @@ TEST_F(CoreNamespace, IdentifiersHaveListsAndMaps) {
         << "runs are not looked at";
     EXPECT_EQ(mapTexts, serializer->ToStringMap(RefCntPtr<const IParameter>(Val(map))));
     EXPECT_EQ(map, GetParameterValue<IdMap>(serializer->FromStringMap(mapTexts).Get()));
+}
+
+TEST_F(CoreNamespace, ListsOfIdentifiersGoOnTheStreamUnderTheNameOption) {
+    registry.Add(L"lists", 1, 9, [](AbstractParamAdder& adder) {
+        adder.AddList(1, L"types", L"ty", new ParameterTypeSerializer<CoreParameterID>);
+    });
+    const auto list = Val<std::vector<CoreParameterID>>({CoreParameterID::ParamType, CoreParameterID::ParamType,
+                                                         CoreParameterID::ParamType, CoreParameterID::ParamType,
+                                                         CoreParameterID::IntRLE, static_cast<CoreParameterID>(1)});
+    const auto trace = [&](bool verbose, bool packed) {
+        TraceVisitor visitor;
+        SerializeStructure stream(visitor, verbose, packed);
+        ParameterTypeSerializer<CoreParameterID>().SerializeList(list, stream, 1);
+        return visitor.Text();
+    };
+    const std::string verbose =
+        "StartList(types, 1)\nListItem(param-type)\nListItem(param-type)\nListItem(param-type)\nListItem(param-type)\n"
+        "ListItem(int-rle)\nListItem(types)\nEndList(types)\n";
+    EXPECT_EQ(verbose, trace(true, false));
+    EXPECT_EQ(verbose, trace(true, true)) << "texts are never packed";
+    // The items ask the option, the list's own name follows the stream.
+    const TestSession session(true);
+    EXPECT_EQ(
+        "StartList(types, 1)\nListItem(KQP01)\nListItem(KQP01)\nListItem(KQP01)\nListItem(KQP01)\n"
+        "ListItem(pSA01)\nListItem(ty)\nEndList(types)\n",
+        trace(true, false));
+    EXPECT_EQ(77, NotFoundId([&] {
+                  TraceVisitor visitor;
+                  SerializeStructure stream(visitor, true, false);
+                  ParameterTypeSerializer<CoreParameterID>().SerializeList(
+                      Val<std::vector<CoreParameterID>>({static_cast<CoreParameterID>(77)}), stream, 1);
+              }));
 }
 
 TEST_F(CoreNamespace, ANullIdentifierIsMissingAndAnotherTypeAMismatch) {

@@ -82,7 +82,8 @@ TYPED_TEST(EveryException, ClonesAsItsOwnType) {
     const std::string message = original->what();
     const std::unique_ptr<QuorvelException> clone(static_cast<const QuorvelException&>(*original).Clone());
     ASSERT_NE(nullptr, clone);
-    ASSERT_EQ(typeid(TypeParam), typeid(*clone.get()));
+    const QuorvelException& copy = *clone;
+    ASSERT_EQ(typeid(TypeParam), typeid(copy));
     EXPECT_NE(static_cast<QuorvelException*>(original.get()), clone.get());
     original.reset();
     EXPECT_EQ(message, clone->what());

@@ -83,6 +83,47 @@ TEST(TString, Concatenates) {
     EXPECT_EQ(L"abcdefabcdef", text);
 }
 
+// A view of nothing may have no address: nothing is read and nothing changes, in a text of any size.
+TEST(TString, EmptyViewsAppendNothing) {
+    for (const std::size_t size : {0U, 1U, 13U, 14U, 15U, 100U}) {
+        SCOPED_TRACE(size);
+        const TString before(size, u'x');
+        TString text = before;
+        text.append(std::u16string_view());
+        text += std::u16string_view();
+        text.append(std::u16string_view(u"abc").substr(3));
+        text.append(text.view().substr(size));
+        text.append(0, u'y');
+        text += TString();
+        EXPECT_EQ(before, text);
+        text = std::u16string_view();
+        EXPECT_TRUE(text.empty());
+    }
+    TString reserved;
+    reserved.reserve(100);
+    reserved.append(std::u16string_view());
+    EXPECT_TRUE(reserved.empty());
+    EXPECT_EQ(TString(), TString(std::u16string_view()));
+}
+
+// What is appended may be a part of the text itself, also when the text has to move for it.
+TEST(TString, PartsOfItselfMayBeAppended) {
+    for (const std::size_t size : {1U, 7U, 14U, 15U, 127U, 128U, 1000U}) {
+        SCOPED_TRACE(size);
+        std::u16string expected;
+        for (std::size_t i = 0; i < size; ++i) {
+            expected += static_cast<char16_t>(u'a' + i % 26);
+        }
+        TString text(expected);
+        text.append(text.view().substr(size / 2));
+        expected += std::u16string(expected.substr(size / 2));
+        EXPECT_EQ(TString(expected), text);
+        text += text;
+        expected += std::u16string(expected);
+        EXPECT_EQ(TString(expected), text);
+    }
+}
+
 TEST(TString, EditsInPlace) {
     TString text(3, u'x');
     text.append(2, u'-');

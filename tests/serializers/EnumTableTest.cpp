@@ -30,7 +30,7 @@ using qvpreslayer::detail::FindByName;
 using qvpreslayer::detail::FindByValue;
 using qvpreslayer::detail::HasUniqueNames;
 using qvpreslayer::detail::IsAscending;
-using qvpreslayer::detail::OrderByName;
+using qvpreslayer::detail::SlotsByName;
 using qvpreslayer::detail::UnknownName;
 using testing::ElementsAre;
 
@@ -94,9 +94,9 @@ TEST(EnumTableChecks, ValuesAscend) {
 }
 
 TEST(EnumTableChecks, NamesAreUnique) {
-    EXPECT_TRUE(HasUniqueNames(kSteps, OrderByName(kSteps)));
-    EXPECT_TRUE(HasUniqueNames(kSingle, OrderByName(kSingle)));
-    EXPECT_FALSE(HasUniqueNames(kSameName, OrderByName(kSameName)));
+    EXPECT_TRUE(HasUniqueNames(kSteps, SlotsByName(kSteps)));
+    EXPECT_TRUE(HasUniqueNames(kSingle, SlotsByName(kSingle)));
+    EXPECT_FALSE(HasUniqueNames(kSameName, SlotsByName(kSameName)));
 }
 
 TEST(EnumTableSearch, FindsValuesAcrossGapsAndBytes) {
@@ -109,15 +109,15 @@ TEST(EnumTableSearch, FindsValuesAcrossGapsAndBytes) {
 }
 
 TEST(EnumTableSearch, FindsNamesWhateverTheirOrder) {
-    constexpr auto kOrder = OrderByName(kSteps);
-    EXPECT_EQ(&kSteps[2], FindByName(kSteps, kOrder, u"a"));
-    EXPECT_EQ(&kSteps[1], FindByName(kSteps, kOrder, u"aa"));
-    EXPECT_EQ(&kSteps[0], FindByName(kSteps, kOrder, u"b"));
-    EXPECT_EQ(nullptr, FindByName(kSteps, kOrder, u""));
-    EXPECT_EQ(nullptr, FindByName(kSteps, kOrder, u"ab"));
-    EXPECT_EQ(nullptr, FindByName(kSteps, kOrder, u"c"));
-    EXPECT_EQ(nullptr, FindByName(kSteps, kOrder, u"aaa"));
-    EXPECT_EQ(&kSingle[0], FindByName(kSingle, OrderByName(kSingle), u""));
+    constexpr auto kSlots = SlotsByName(kSteps);
+    EXPECT_EQ(&kSteps[2], FindByName(kSteps, kSlots, u"a"));
+    EXPECT_EQ(&kSteps[1], FindByName(kSteps, kSlots, u"aa"));
+    EXPECT_EQ(&kSteps[0], FindByName(kSteps, kSlots, u"b"));
+    EXPECT_EQ(nullptr, FindByName(kSteps, kSlots, u""));
+    EXPECT_EQ(nullptr, FindByName(kSteps, kSlots, u"ab"));
+    EXPECT_EQ(nullptr, FindByName(kSteps, kSlots, u"c"));
+    EXPECT_EQ(nullptr, FindByName(kSteps, kSlots, u"aaa"));
+    EXPECT_EQ(&kSingle[0], FindByName(kSingle, SlotsByName(kSingle), u""));
 }
 
 }  // namespace

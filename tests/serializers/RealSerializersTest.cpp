@@ -12,7 +12,9 @@
 
 #include "support/Failures.h"
 #include "support/Printing.h"
+#include "support/RealTextExact.h"
 #include "support/RealTextModel.h"
+#include "support/Rounds.h"
 
 namespace {
 
@@ -23,6 +25,16 @@ std::string DoubleText(double value) { return ParameterTypeSerializer<double>::T
 std::string FloatText(float value) { return ParameterTypeSerializer<float>::TypeToString(value).ToUtf8(); }
 double ToDouble(const TString& text) { return ParameterTypeSerializer<double>::TypeFromString(text); }
 float ToFloat(const TString& text) { return ParameterTypeSerializer<float>::TypeFromString(text); }
+
+// The text of a number by the library, by the steps of the rule in floating-point arithmetic, by the same steps in
+// integers; and how far it is from the number.
+void ExpectText(double value, int digits, const std::string& text) {
+    ASSERT_EQ(RealTextModel(value, digits), text);
+    ASSERT_EQ(real_text_exact::TextOf(value, digits), text);
+    if (std::isfinite(value)) {
+        ASSERT_TRUE(real_text_exact::AreExact(real_text_exact::DigitsOf(value, digits), digits)) << text;
+    }
+}
 
 template <class T>
 class RealSerializers : public testing::Test {};
@@ -187,9 +199,9 @@ TYPED_TEST(RealSerializers, MillionDigits) {
 }
 
 TEST(RealSerializer, AnyDoubleAsItsStepsSay) {
-    std::mt19937_64 random(20240611);
-    const auto expect = [](double value) { ASSERT_EQ(RealTextModel(value, 14), DoubleText(value)); };
-    for (int i = 0; i < 50000; ++i) {
+    std::mt19937_64 random(Seed(20240611));
+    const auto expect = [](double value) { ExpectText(value, 14, DoubleText(value)); };
+    for (int i = 0; i < Rounds(20000); ++i) {
         const std::uint64_t bits = random();
         const double unit = std::ldexp(static_cast<double>(bits >> 11), -53);
         expect(std::bit_cast<double>(bits));                        // any pattern: huge, tiny, NaN
@@ -211,9 +223,9 @@ TEST(RealSerializer, AnyDoubleAsItsStepsSay) {
 }
 
 TEST(RealSerializer, AnyFloatAsItsStepsSay) {
-    std::mt19937_64 random(20240612);
-    const auto expect = [](float value) { ASSERT_EQ(RealTextModel(static_cast<double>(value), 7), FloatText(value)); };
-    for (int i = 0; i < 50000; ++i) {
+    std::mt19937_64 random(Seed(20240612));
+    const auto expect = [](float value) { ExpectText(static_cast<double>(value), 7, FloatText(value)); };
+    for (int i = 0; i < Rounds(20000); ++i) {
         const auto bits = static_cast<std::uint32_t>(random());
         const float unit = std::ldexp(static_cast<float>(bits >> 8), -24);
         expect(std::bit_cast<float>(bits));                // any pattern: huge, tiny, NaN

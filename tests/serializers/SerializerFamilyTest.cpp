@@ -49,7 +49,8 @@ TYPED_TEST(SerializerFamily, CreateMakesANewOneEachTime) {
     const auto first = CreateParameterSerializer<SerializerOf<TypeParam>>();
     const auto second = CreateParameterSerializer<SerializerOf<TypeParam>>();
     EXPECT_NE(first.Get(), second.Get());
-    EXPECT_EQ(typeid(SerializerOf<TypeParam>), typeid(*first));
+    const IParameterSerializer& serializer = *first;
+    EXPECT_EQ(typeid(SerializerOf<TypeParam>), typeid(serializer));
     EXPECT_EQ(Sample<TypeParam>::kKind, second->GetType());
 }
 
@@ -69,7 +70,8 @@ TYPED_TEST(SerializerFamily, FromStringMakesANewValueEachTime) {
     const auto first = this->m_serializer.FromString(text);
     const auto second = this->m_serializer.FromString(text);
     EXPECT_NE(first.Get(), second.Get());
-    EXPECT_EQ(typeid(ValParameter<TypeParam>), typeid(*first));
+    const IParameter& value = *first;
+    EXPECT_EQ(typeid(ValParameter<TypeParam>), typeid(value));
 }
 
 TYPED_TEST(SerializerFamily, List) {

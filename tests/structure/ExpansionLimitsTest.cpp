@@ -104,6 +104,24 @@ TYPED_TEST(ExpansionBudget, ListsOfOneReadingCallShareABudget) {
     EXPECT_EQ(10U, Expand<TypeParam>({}, {{0, {L"1", L"10"}}}).size());
 }
 
+// As many elements as the budget allows are an ordinary list: nothing is copied about, nothing grows step by step.
+TEST(ExpansionLimits, SixtyMillionElementsAreWithinTheBudget) {
+    constexpr int kCount = 60000000;
+    const long before = PeakMemory();
+    {
+        const auto list =
+            ParameterTypeSerializer<int>().FromStringList({L"-7", L"9"}, {{1, {L"1", TString::number(kCount), L"1"}}});
+        const auto& values = GetParameterValue<std::vector<int>>(list.Get());
+        ASSERT_EQ(static_cast<std::size_t>(kCount) + 2, values.size());
+        EXPECT_EQ(-7, values.front());
+        EXPECT_EQ(9, values.back());
+        for (const int position : {1, 2, 1000000, kCount / 2, kCount}) {
+            EXPECT_EQ(position, values[static_cast<std::size_t>(position)]);
+        }
+    }
+    EXPECT_LT(PeakMemory() - before, 300 * 1024) << "once the elements, " << kCount / 1000000 * 4 << " MB";
+}
+
 TEST(ExpansionLimits, SpendingBeyondTheBudget) {
     const ExpansionLimit limit(100);
     EXPECT_NO_THROW(PresLayerLimits::ExpansionBudgetScope::Spend(100));  // one of its own for each call

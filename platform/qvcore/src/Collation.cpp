@@ -8,6 +8,7 @@
 
 #include "HashMix.h"
 #include "InternTable.h"
+#include "NeverDestroyed.h"
 
 namespace qvcore::detail {
 
@@ -81,8 +82,8 @@ Collation::Collation(const TString& name, int flags) {
 }
 
 const TString& Collation::GetName() const noexcept {
-    static const TString* const s_unknownName = new TString(kUnknownName);  // never destroyed, as the table
-    return m_entry ? m_entry->name : *s_unknownName;
+    static const qvcore::detail::NeverDestroyed<TString> s_unknownName(kUnknownName);  // fits in place
+    return m_entry ? m_entry->name : s_unknownName.Get();
 }
 
 int Collation::GetFlags() const noexcept { return m_entry ? m_entry->flags : 0; }

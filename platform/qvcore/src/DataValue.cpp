@@ -8,6 +8,7 @@
 #include <qvsys/QuorvelException.h>
 
 #include "HashMix.h"
+#include "NeverDestroyed.h"
 
 namespace {
 
@@ -15,8 +16,8 @@ using Values = std::vector<DataValue>;
 
 // A value that was moved from may hold an empty pointer, which counts as a tuple without values.
 const Values& ValuesOf(const RefCntPtr<Tuple>& tuple) noexcept {
-    static const Values* const s_none = new Values;  // never destroyed: values may live to the end of the program
-    return tuple ? tuple->GetValues() : *s_none;
+    static const qvcore::detail::NeverDestroyed<Values> s_none;
+    return tuple ? tuple->GetValues() : s_none.Get();
 }
 
 // Requires: no NaN, and a DataValue holds none.

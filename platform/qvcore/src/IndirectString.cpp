@@ -4,6 +4,7 @@
 
 #include "HashMix.h"
 #include "InternTable.h"
+#include "NeverDestroyed.h"
 
 namespace qvcore::detail {
 
@@ -30,9 +31,9 @@ InternTable<IndirectStringEntry>& Table() {
     return *table;
 }
 
-const TString& EmptyText() {
-    static const TString* const text = new TString;  // never destroyed, as the table
-    return *text;
+const TString& EmptyText() noexcept {
+    static const qvcore::detail::NeverDestroyed<TString> text;
+    return text.Get();
 }
 
 struct IndirectStringKey {

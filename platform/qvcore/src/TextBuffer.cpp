@@ -61,6 +61,17 @@ void TextBuffer::Grow(std::size_t units) {
     data[size] = u'\0';
 }
 
+void TextBuffer::shrink_to_fit() noexcept {
+    const std::size_t capacity = RoundUp(size());
+    if (IsInline() || !IsLarge(capacity) || capacity >= Heap().capacity) {
+        return;
+    }
+    if (void* const data = std::realloc(Heap().data, Bytes(capacity)); data != nullptr) {
+        m_heap.data = static_cast<char16_t*>(data);
+        m_heap.capacity = capacity;
+    }
+}
+
 void TextBuffer::GrowFor(std::size_t more) {
     if (more > kMaxUnits) {
         throw std::length_error("TString");

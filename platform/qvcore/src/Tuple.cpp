@@ -1,5 +1,6 @@
 #include <qvcore/Tuple.h>
 
+#include <array>
 #include <new>
 #include <utility>
 
@@ -7,43 +8,63 @@
 
 namespace {
 
-using ValueLists = std::vector<std::vector<DataValue>>;
+using Values = std::vector<DataValue>;
 
 // How many destructors of tuples may stand on the stack inside each other.
 constexpr int kMaximumNestedReleases = 32;
+
+// Values whose turn comes later. Without memory for the list a few fixed places serve: a chain needs one of them.
+class Postponed {
+public:
+    // Takes the values over; without room for them they stay where they are, better deep than leaked.
+    void Add(Values& values) noexcept {
+        try {
+            m_lists.emplace_back();
+            m_lists.back().swap(values);
+        } catch (const std::bad_alloc&) {
+            if (m_sparesUsed != m_spares.size()) {
+                m_spares[m_sparesUsed++].swap(values);
+            }
+        }
+    }
+
+    // Frees everything, also what comes in meanwhile.
+    void Drain() noexcept {
+        while (m_sparesUsed != 0 || !m_lists.empty()) {
+            Values next;
+            if (m_sparesUsed != 0) {
+                next.swap(m_spares[--m_sparesUsed]);
+            } else {
+                next.swap(m_lists.back());
+                m_lists.pop_back();
+            }
+        }
+    }
+
+private:
+    std::vector<Values> m_lists;
+    std::array<Values, 8> m_spares;
+    std::size_t m_sparesUsed = 0;
+};
 
 // The destructors of tuples that are running on this thread. Trivial on purpose: tuples of static objects may go after
 // the thread's other variables.
 struct ReleaseState {
     int depth = 0;
-    ValueLists* postponed = nullptr;  // of the outermost destructor
+    Postponed* postponed = nullptr;  // of the outermost destructor
 };
 
 thread_local constinit ReleaseState s_release;
 
-// Leaves the values to the outermost destructor; without memory for that they stay where they are.
-void Postpone(std::vector<DataValue>& values) noexcept {
-    try {
-        s_release.postponed->emplace_back();
-        s_release.postponed->back().swap(values);
-    } catch (const std::bad_alloc&) {
-        // Freed in place then: better deep than leaked.
-    }
-}
-
-void ReleaseOutermost(std::vector<DataValue>& values) noexcept {
-    ValueLists postponed;
+void ReleaseOutermost(Values& values) noexcept {
+    Postponed postponed;
     s_release = {1, &postponed};
     values.clear();
-    while (!postponed.empty()) {
-        std::vector<DataValue> next = std::move(postponed.back());
-        postponed.pop_back();
-        next.clear();  // may postpone more
-    }
+    postponed.Drain();
     s_release = {};
 }
 
-std::size_t HashOf(const std::vector<DataValue>& values) noexcept {
+std::size_t HashOf(const Values& values) noexcept {
     std::size_t hash = values.size();
     for (const DataValue& value : values) {
         hash = qvcore::detail::MixHash(hash, value.GetHash());
@@ -61,7 +82,7 @@ Tuple::~Tuple() {
         return;
     }
     if (s_release.depth >= kMaximumNestedReleases) {
-        Postpone(m_values);
+        s_release.postponed->Add(m_values);
     }
     ++s_release.depth;
     m_values.clear();

@@ -3,6 +3,8 @@
 #include <array>
 #include <new>
 
+#include <qvsys/ThreadEnd.h>
+
 // Under a sanitizer every block is the allocator's own, so that it sees every use after release.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define QVSYS_KEEP_BLOCKS 0
@@ -21,32 +23,21 @@ namespace {
 
 constexpr std::size_t kGranule = 32;
 constexpr std::size_t kClasses = kLargestKeptBlock / kGranule;
-constexpr std::size_t kKeptBytesOfAClass = 256 * 1024;
+constexpr std::size_t kKeptBytes = 8 * 1024 * 1024;  // of one thread
 
 struct FreeBlock {
     FreeBlock* next;
 };
 
-struct FreeList {
-    FreeBlock* first;
-    std::size_t bytes;
-};
+// Plain data, so that reaching it needs no check whether it has been made.
+thread_local constinit std::array<FreeBlock*, kClasses> t_lists{};
+thread_local constinit std::size_t t_keptBytes = 0;  // beyond kKeptBytes where none are to be kept
 
-// Plain data, so that reaching it needs no check whether it has been made; the cleaner beside it frees the blocks.
-thread_local constinit std::array<FreeList, kClasses> t_lists{};
-thread_local constinit bool t_ended = false;
-
-struct Cleaner {
-    Cleaner() = default;
-    Cleaner(const Cleaner&) = delete;
-    Cleaner& operator=(const Cleaner&) = delete;
-    ~Cleaner() {
-        t_ended = true;
-        ReleaseKeptBlocks();
-    }
-    void Touch() noexcept {}
-};
-thread_local Cleaner t_cleaner;
+// Whether what the calling thread keeps will be freed at its end.
+bool IsWatched() noexcept {
+    static ThreadEnd s_end(ReleaseKeptBlocks);
+    return s_end.Watch();
+}
 
 constexpr std::size_t ClassOf(std::size_t bytes) { return (bytes - 1) / kGranule; }
 constexpr std::size_t SizeOf(std::size_t sizeClass) { return (sizeClass + 1) * kGranule; }
@@ -60,13 +51,12 @@ void* AllocateBlock(std::size_t bytes) {
         return ::operator new(bytes);
     }
     const std::size_t sizeClass = ClassOf(bytes);
-    FreeList& list = t_lists[sizeClass];
-    if (list.first == nullptr) [[unlikely]] {
+    FreeBlock* const block = t_lists[sizeClass];
+    if (block == nullptr) [[unlikely]] {
         return ::operator new(SizeOf(sizeClass));
     }
-    FreeBlock* block = list.first;
-    list.first = block->next;
-    list.bytes -= SizeOf(sizeClass);
+    t_lists[sizeClass] = block->next;
+    t_keptBytes -= SizeOf(sizeClass);
     return block;
 }
 
@@ -84,33 +74,36 @@ void ReleaseBlock(void* block, std::size_t bytes) noexcept {
         return;
     }
     const std::size_t sizeClass = ClassOf(bytes);
-    FreeList& list = t_lists[sizeClass];
-    if (list.bytes == 0) [[unlikely]] {
-        if (t_ended) {
+    if (t_keptBytes - 1 >= kKeptBytes) [[unlikely]] {  // enough of them, or none, which may be the first of its thread
+        if (t_keptBytes != 0 || !IsWatched()) {
             ::operator delete(block);
             return;
         }
-        t_cleaner.Touch();  // the first block kept: makes sure that the thread's end frees them
     }
-    if (list.bytes >= kKeptBytesOfAClass) {
-        ::operator delete(block);
-        return;
-    }
-    auto* kept = static_cast<FreeBlock*>(block);
-    kept->next = list.first;
-    list.first = kept;
-    list.bytes += SizeOf(sizeClass);
+    auto* const kept = static_cast<FreeBlock*>(block);
+    kept->next = t_lists[sizeClass];
+    t_lists[sizeClass] = kept;
+    t_keptBytes += SizeOf(sizeClass);
 }
 
 void ReleaseKeptBlocks() noexcept {
-    for (FreeList& list : t_lists) {
-        while (list.first != nullptr) {
-            FreeBlock* block = list.first;
-            list.first = block->next;
+    for (FreeBlock*& list : t_lists) {
+        while (list != nullptr) {
+            FreeBlock* const block = list;
+            list = block->next;
             ::operator delete(block);
         }
-        list.bytes = 0;
     }
+    t_keptBytes = 0;
 }
+
+KeepNoBlocks::KeepNoBlocks() noexcept {
+    ReleaseKeptBlocks();
+    t_keptBytes = kKeptBytes + 1;  // none is there to take, and there is no room for one
+}
+
+KeepNoBlocks::~KeepNoBlocks() { ReleaseKeptBlocks(); }
+
+bool KeepsBlocks() noexcept { return QVSYS_KEEP_BLOCKS && t_keptBytes <= kKeptBytes; }
 
 }  // namespace qvsys::detail

@@ -1,25 +1,108 @@
-// The short way from typed values to text. Not for callers.
+// The short way between typed values and text. Not for callers.
 //
-// A single value or a plain list of one of the library's own types needs no text of its own on the way into a document:
-// the walk offers it to the visitor as it is. A visitor that takes it writes exactly what its events would have
-// written; one that does not, and every unusual case, gets the events.
+// Values of the library's own types need no text of their own on the way into a document or out of one. Whoever makes
+// or reads documents asks the registry how the values of a parameter go the short way, and falls back to events and
+// texts for every value, and every type, that does not. What comes out is the same either way.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <span>
 #include <string_view>
+
+#include <qvsys/RefCntPtr.h>
+
+#include <qvcore/TString.h>
 
 #include <qvpreslayer/Export.h>
 #include <qvpreslayer/IParameter.h>
-#include <qvpreslayer/IParameterSerializer.h>
+#include <qvpreslayer/ParameterTypeCategory.h>
 
+class IParameterSerializer;
+class IStructureSerializer;
 struct ParameterInfo;
 
 namespace qvpreslayer::detail {
 
-// The types whose values go the short way.
-enum class DirectType : unsigned char { None, Int, UInt, Int64, UInt64, Float, Double, Bool, String };
+// How the values of a parameter go the short way.
+enum class DirectType : unsigned char {
+    None,  // not at all: a host's own serializer
+    Int,
+    UInt,
+    Int64,
+    UInt64,
+    Float,
+    Double,
+    Bool,
+    String,
+    Text,  // by the operations of DirectTextType
+    Bags,  // structures, lists and maps of them that are bags (BagStructureSerializer in record form)
+};
 
-// The type that a serializer stands for; None for a host's own and for all that go the long way, and for null.
-QVPRESLAYER_API DirectType DirectTypeOf(const IParameterSerializer* serializer);
+// Room for the text of a value that does not hold one.
+struct TextScratch {
+    static constexpr std::size_t kUnits = 48;
+    char16_t units[kUnits];
+    TString text;
+};
+
+// Texts one after the other.
+class ITextSource {
+public:
+    // The next text, valid until the next call; false when there is none, or none that goes the short way.
+    virtual bool Next(std::u16string_view& text) = 0;
+
+protected:
+    ~ITextSource() = default;
+};
+
+// A type whose values are texts: enumerations, identifiers, durations, names.
+struct DirectTextType {
+    // The text of a single value, in scratch or in constant storage or in the value; the default view when value is not
+    // exactly of this type, or has no text.
+    std::u16string_view (*valueText)(const IParameter& value, TextScratch& scratch);
+
+    // The elements of a list: their number and the text of one by position. kNoList when value is not exactly a list of
+    // this type.
+    static constexpr std::size_t kNoList = static_cast<std::size_t>(-1);
+    std::size_t (*listSize)(const IParameter& value);
+    std::u16string_view (*elementText)(const IParameter& list, std::size_t position, TextScratch& scratch);
+
+    // Whether a text is the name of a value, for enumerations, which read others as a default; null for other types.
+    bool (*isName)(std::u16string_view text);
+
+    // A single value, or a list, from texts; empty when one does not fit.
+    RefCntPtr<IParameter> (*fromText)(std::u16string_view text);
+    RefCntPtr<IParameter> (*fromTexts)(ITextSource& texts);
+};
+
+// What the short way needs of a parameter, side by side for the parameters of a namespace in the order of identifiers:
+// in documents one mostly follows the other.
+struct DirectRecord {
+    static constexpr std::size_t kNameUnits = 40;
+
+    const ParameterInfo* info = nullptr;   // null for the record behind the last one
+    const DirectTextType* text = nullptr;  // for DirectType::Text
+    int id = std::numeric_limits<int>::min();
+    ParameterTypeCategory kind = PTC_None;
+    DirectType type = DirectType::None;
+    bool isFoundByNames = false;     // the namespace finds it by the names that it has now, and documents spell them so
+    std::uint16_t nameSize = 0;      // of the camel-case name; more than kNameUnits where it is not held here
+    char16_t name[kNameUnits] = {};  // filled up with zeros
+};
+
+// What the registry keeps of each parameter for the short way.
+struct DirectInfo {
+    DirectType type = DirectType::None;
+    const DirectTextType* text = nullptr;  // for DirectType::Text
+    const DirectRecord* record = nullptr;  // null until the namespace is filled
+};
+
+// How the values of a serializer go the short way. Only serializers that are exactly of one of the library's own
+// classes do: a derived class may convert otherwise.
+QVPRESLAYER_API DirectInfo DirectInfoOf(const IParameterSerializer& serializer);
+QVPRESLAYER_API DirectInfo DirectInfoOf(const IStructureSerializer& serializer);
 
 // Implemented by visitors that can take values as they are, beside IStructuredParameterVisitor.
 class IDirectVisitor {
@@ -32,15 +115,21 @@ protected:
     ~IDirectVisitor() = default;
 };
 
-// The verbose names of one namespace as JSON spells them.
-class ICamelNames {
+// The names of one namespace as documents spell them.
+class INameIndex {
 public:
     // The identifier that the namespace itself gives to the name whose camel-case form this is; 0 when it has none, or
     // when the form does not lead back to the name.
     virtual int FindCamel(std::u16string_view camelName) const noexcept = 0;
 
+    // The identifier of a short name; 0 when it has none.
+    virtual int FindShort(std::u16string_view shortName) const noexcept = 0;
+
+    // All records, ascending by identifier; one more stands behind the last.
+    virtual std::span<const DirectRecord> GetRecords() const noexcept = 0;
+
 protected:
-    ~ICamelNames() = default;
+    ~INameIndex() = default;
 };
 
 }  // namespace qvpreslayer::detail

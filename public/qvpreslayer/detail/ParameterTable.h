@@ -2,10 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <utility>
-#include <vector>
 
 #include <qvsys/RefCntPtr.h>
 
@@ -14,15 +14,22 @@
 
 namespace qvpreslayer::detail {
 
-// A sorted vector: an entry costs 16 bytes and no allocation of its own, and most bags are filled upwards or are small.
-// A large one that is changed out of order moves into a tree, so that filling it in any order stays cheap.
+// A sorted array: an entry costs 16 bytes and no allocation of its own, small arrays take kept blocks, and most bags
+// are filled upwards or are small. A large one that is changed out of order moves into a tree, so that filling it in
+// any order stays cheap.
 //
 // Threads: const operations may run at once; a change needs exclusion.
 class QVPRESLAYER_API ParameterTable {
 public:
     using Value = RefCntPtr<IParameter>;
 
+    struct Entry {
+        int id;
+        Value value;
+    };
+
     ParameterTable() noexcept;
+    ParameterTable(ParameterTable&&) noexcept;  // leaves nothing behind
     ParameterTable(const ParameterTable&) = delete;
     ParameterTable& operator=(const ParameterTable&) = delete;
     ~ParameterTable();
@@ -33,16 +40,23 @@ public:
     // Stores a value that is not null, in place of any earlier one. Without memory nothing changes.
     void Set(int id, Value value);
 
+    // Makes room for so many entries.
+    void Reserve(std::size_t entries);
+
     // Removes the entry; answers whether there was one.
     bool Erase(int id) noexcept;
 
     void Clear() noexcept;
 
+    bool IsEmpty() const noexcept { return m_size == 0 && (m_tree == nullptr || m_tree->empty()); }
+
+    void Swap(ParameterTable& other) noexcept;
+
     // Calls visit(id, value) for each entry, upwards by identifier.
     template <class Visit>
     void ForEach(Visit&& visit) const {
-        for (const Entry& entry : m_entries) {
-            visit(entry.id, entry.value);
+        for (std::uint32_t i = 0; i < m_size; ++i) {
+            visit(m_entries[i].id, m_entries[i].value);
         }
         if (m_tree) {
             for (const auto& [id, value] : *m_tree) {
@@ -51,32 +65,21 @@ public:
         }
     }
 
-    // The same with values that may be taken away, before the table is cleared.
-    template <class Visit>
-    void ForEachValue(Visit&& visit) noexcept {
-        for (Entry& entry : m_entries) {
-            visit(entry.value);
-        }
-        if (m_tree) {
-            for (auto& entry : *m_tree) {
-                visit(entry.second);
-            }
-        }
-    }
-
 private:
-    struct Entry {
-        int id;
-        Value value;
-    };
-    using Entries = std::vector<Entry>;
     using Tree = std::map<int, Value>;
 
-    Entries::iterator LowerBound(int id) noexcept;
+    Entry* begin() const noexcept { return m_entries; }
+    Entry* end() const noexcept { return m_entries + m_size; }
+
+    Entry* LowerBound(int id) const noexcept;
+    void Insert(Entry* before, int id, Value value);
+    void RemoveArray() noexcept;
     void MoveIntoTree();
     bool TryMoveIntoTree() noexcept;
 
-    Entries m_entries;             // ascending; empty once m_tree is set
+    Entry* m_entries = nullptr;  // ascending
+    std::uint32_t m_size = 0;    // 0 once m_tree is set
+    std::uint32_t m_capacity = 0;
     std::unique_ptr<Tree> m_tree;  // null for most bags
 };
 

@@ -1,4 +1,6 @@
 // The two spellings of parameter names: dashed lower case in the registry, camel case in JSON.
+//
+// Exceptions: strong.
 #pragma once
 
 #include <qvcore/Export.h>

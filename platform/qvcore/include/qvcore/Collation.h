@@ -1,6 +1,8 @@
 // The names of text orders.
 //
 // Threads: as for a plain value, several threads may use several collations, also of one name, at once.
+//
+// Exceptions: making one from a name is strong; all else never throws.
 #pragma once
 
 #include <cstddef>

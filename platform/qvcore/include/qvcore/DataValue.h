@@ -2,6 +2,9 @@
 //
 // Threads: const operations may run at once on several threads; a change needs exclusion. Copies are independent, even
 // where they share a text or a tuple.
+//
+// Exceptions: what throws is strong. Copying, moving, assigning and hashing never throw, and so do comparing and
+// ordering but for nested tuples.
 #pragma once
 
 #include <compare>

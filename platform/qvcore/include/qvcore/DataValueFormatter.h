@@ -1,6 +1,8 @@
 // Text from typed values.
 //
 // Threads: all operations are static and may run at once on several threads.
+//
+// Exceptions: Format is strong. Append is basic: what was written before a failure stays at the end of the text.
 #pragma once
 
 #include <qvcore/DataValue.h>

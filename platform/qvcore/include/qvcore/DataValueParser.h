@@ -1,6 +1,8 @@
 // Typed values from text.
 //
 // Threads: all operations are static and may run at once on several threads.
+//
+// Exceptions: strong.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,6 @@
 // Calendar days and points in time, without time zones.
+//
+// Exceptions: making a DateTime is strong; all else never throws.
 #pragma once
 
 #include <chrono>

@@ -1,6 +1,9 @@
 // The name of a data field.
+//
+// Exceptions: strong.
 #pragma once
 
+#include <string_view>
 #include <utility>
 
 #include <qvcore/Export.h>
@@ -12,6 +15,7 @@ public:
     FieldName() = default;
 
     static FieldName ParseGlobal(const TString& text);
+    static bool TryParseGlobal(std::u16string_view text, FieldName& name);
 
     friend bool operator==(const FieldName&, const FieldName&) = default;
 

@@ -2,6 +2,8 @@
 //
 // Threads: Lookup, copying and destroying are safe from any thread at any time; one IndirectString object belongs to
 // one thread at a time.
+//
+// Exceptions: Lookup is strong; all else never throws.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,6 @@
 // The fixed message texts, by number.
+//
+// Exceptions: strong.
 #pragma once
 
 #include <cstdint>

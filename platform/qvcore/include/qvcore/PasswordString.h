@@ -1,4 +1,6 @@
 // A text that never shows itself.
+//
+// Exceptions: strong: a password that cannot be overwritten stays as it was.
 #pragma once
 
 #include <qvcore/Export.h>

@@ -1,7 +1,10 @@
 // Names made of scoped segments, such as [orders].[price].
+//
+// Exceptions: strong.
 #pragma once
 
 #include <compare>
+#include <string_view>
 #include <vector>
 
 #include <qvcore/Export.h>
@@ -17,6 +20,9 @@ public:
     // Reads the text form. ParseGlobal(x.GetFullValue()) == x for every parsed x. QuorvelException naming the text
     // when it is malformed.
     static QualifiedName ParseGlobal(const TString& text);
+
+    // The same without an exception: false for a malformed text, which leaves name as it was.
+    static bool TryParseGlobal(std::u16string_view text, QualifiedName& name);
 
     // The text form, brackets included. Valid as long as the name is unchanged.
     const TString& GetFullValue() const noexcept { return m_fullValue; }

@@ -1,6 +1,9 @@
 // Where the current session's options come from.
 //
 // Threads: a thread may have a context of its own; the process-wide one is set while no other thread reads it.
+//
+// Exceptions: Get is strong; scopes never throw. What the host's GetIBuilderVars throws passes through whoever asks for
+// options.
 #pragma once
 
 #include <qvsys/RefCntPtr.h>

@@ -1,4 +1,6 @@
 // Geometries that pass through without being looked into.
+//
+// Exceptions: making one is strong; all else never throws.
 #pragma once
 
 #include <compare>

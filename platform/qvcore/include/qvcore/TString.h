@@ -1,10 +1,14 @@
 // The text of every name and value: UTF-16 code units, any of them, NUL and unpaired surrogates included.
 //
 // Threads: const operations may run at once on several threads; a change needs exclusion.
+//
+// Exceptions: strong: a text that cannot be changed stays as it was. What only looks, shortens, moves or destroys never
+// throws.
 #pragma once
 
 #include <compare>
 #include <cstddef>
+#include <cstring>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -65,6 +69,7 @@ public:
     void clear() noexcept { m_text.clear(); }
     std::size_t capacity() const noexcept { return m_text.capacity(); }
     void reserve(std::size_t units) { m_text.reserve(units); }
+    void shrink_to_fit() noexcept { m_text.shrink_to_fit(); }
     void append(std::u16string_view text) { m_text.append(text); }
     void append(std::size_t count, char16_t unit) { m_text.append(count, unit); }
     void push_back(char16_t unit) { m_text.push_back(unit); }
@@ -101,7 +106,10 @@ public:
         return left;
     }
 
-    friend bool operator==(const TString& left, const TString& right) noexcept { return left.view() == right.view(); }
+    friend bool operator==(const TString& left, const TString& right) noexcept {
+        return left.size() == right.size() &&
+               std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
+    }
     friend bool operator==(const TString& left, std::u16string_view right) noexcept { return left.view() == right; }
     friend bool operator==(const TString& left, const std::u16string& right) noexcept {
         return left.view() == std::u16string_view(right);

@@ -1,9 +1,13 @@
 // Universally unique identifiers (RFC 4122).
+//
+// Exceptions: making one from text and ToString are strong; all else never throws.
 #pragma once
 
 #include <array>
 #include <compare>
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include <qvcore/Export.h>
 #include <qvcore/TString.h>
@@ -17,6 +21,13 @@ public:
     // From 36 characters, hexadecimal digits of either case in groups of 8, 4, 4, 4 and 12 with dashes between, without
     // braces; QuorvelException naming the text when it is anything else.
     explicit TUUID(const TString& text);
+
+    // The same without an exception: false for any other text, which leaves uuid as it was.
+    static bool TryParse(std::u16string_view text, TUUID& uuid) noexcept;
+
+    // Writes the kTextUnits units of ToString(0) at to.
+    static constexpr std::size_t kTextUnits = 36;
+    void WriteText(char16_t* to) const noexcept;
 
     // The text: option 0 is 36 characters, lower case, with dashes and without braces. No other option exists;
     // QuorvelException for one.

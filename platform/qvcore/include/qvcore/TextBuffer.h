@@ -1,6 +1,8 @@
 // The store inside TString: 32 bytes, up to 14 code units in place, longer texts in a block of their own.
 //
 // Included by TString.h; not for callers.
+//
+// Exceptions: strong.
 #pragma once
 
 #include <algorithm>
@@ -72,6 +74,8 @@ public:
             Grow(units);
         }
     }
+    // Gives back the room behind a long text, where that is worth it and works.
+    void shrink_to_fit() noexcept;
     void resize(std::size_t units) {
         const std::size_t old = size();
         if (units > old) {

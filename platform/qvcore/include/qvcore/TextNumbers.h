@@ -2,6 +2,8 @@
 //
 // Threads: all functions may run at once on several threads. None allocates, none reads a locale, and all are linear in
 // the length of the text.
+//
+// Exceptions: never throws.
 #pragma once
 
 #include <string_view>

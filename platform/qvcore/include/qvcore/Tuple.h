@@ -1,6 +1,9 @@
 // Sequences of typed values that are themselves one value.
 //
 // Threads: a tuple never changes, so that it may be shared among threads.
+//
+// Exceptions: making one is strong; all else never throws. Tuples go without memory too, however deep they are, but for
+// trees of deep tuples, which then take stack.
 #pragma once
 
 #include <cstddef>

@@ -5,6 +5,9 @@
 //
 // Threads: blocks may be released on another thread than the one that took them. What a thread keeps is capped, and
 // freed when the thread ends or ReleaseKeptBlocks is called.
+//
+// Exceptions: AllocateBlock gives the strong guarantee; all else never throws, also where the system refuses to watch a
+// thread's end, whose blocks are not kept then.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +18,7 @@
 namespace qvsys::detail {
 
 // Blocks up to this size are kept; larger ones go straight to the allocator.
-inline constexpr std::size_t kLargestKeptBlock = 256;
+inline constexpr std::size_t kLargestKeptBlock = 512;
 
 // At least bytes, aligned as operator new aligns. std::bad_alloc without memory.
 [[nodiscard]] QVSYS_API void* AllocateBlock(std::size_t bytes);
@@ -28,6 +31,19 @@ QVSYS_API void ReleaseBlock(void* block, std::size_t bytes) noexcept;
 
 // Frees what the calling thread keeps.
 QVSYS_API void ReleaseKeptBlocks() noexcept;
+
+// While one lives, the calling thread keeps no blocks: each comes from the allocator and goes back to it. For those who
+// count allocations, or have them fail. Not to be nested; ReleaseKeptBlocks ends it early.
+class QVSYS_API KeepNoBlocks {
+public:
+    KeepNoBlocks() noexcept;
+    KeepNoBlocks(const KeepNoBlocks&) = delete;
+    KeepNoBlocks& operator=(const KeepNoBlocks&) = delete;
+    ~KeepNoBlocks();
+};
+
+// Whether the calling thread keeps anything: not while a KeepNoBlocks lives, and not under a sanitizer.
+QVSYS_API bool KeepsBlocks() noexcept;
 
 }  // namespace qvsys::detail
 

@@ -1,4 +1,6 @@
 // Programming errors: broken invariants, empty pointers, ranges that do not match.
+//
+// Exceptions: making one is strong. std::bad_alloc comes in its place where there is no memory for its text.
 #pragma once
 
 #include <stdexcept>

@@ -1,4 +1,14 @@
 // The base of every failure that a caller can cause.
+//
+// Exceptions: making one, Clone and Throw are strong; copying, assigning and asking never throw.
+//
+// Every header says so what its operations promise when they throw:
+//
+//   strong         nothing has changed: it is as if the call had not been made, and it may be made again
+//   basic          nothing is broken or lost, but a part of the work may be done; the header tells which
+//   never throws   not even without memory
+//
+// std::bad_alloc comes from whatever makes something, and is not named each time.
 #pragma once
 
 #include <exception>
@@ -17,7 +27,8 @@ public:
     QuorvelException& operator=(const QuorvelException&) noexcept;
     ~QuorvelException() override;
 
-    // A copy on the heap of the same dynamic type, owned by the caller; null when there is no memory for the object.
+    // A copy on the heap of the same dynamic type, owned by the caller; null when there is no memory for the object,
+    // std::bad_alloc when there is none for what it carries.
     virtual QuorvelException* Clone() const;
 
     // Throws a copy of this object as its own dynamic type.

@@ -1,6 +1,8 @@
 // Intrusive, atomic reference counts: the base of everything that is shared through RefCntPtr.
 //
 // Threads: counts may be changed from any thread. The object itself is as thread-safe as its own class says.
+//
+// Exceptions: counting never throws.
 #pragma once
 
 #include <atomic>
@@ -14,9 +16,21 @@ public:
     // Adds one reference.
     void AddReference() const noexcept { m_count.fetch_add(1, std::memory_order_relaxed); }
 
+    // Adds the first reference of an object that nobody else knows yet; as AddReference where its constructor has
+    // already handed out some.
+    void AddFirstReference() const noexcept {
+        if (m_count.load(std::memory_order_relaxed) == 0) {
+            m_count.store(1, std::memory_order_relaxed);
+        } else {
+            AddReference();
+        }
+    }
+
     // Takes one reference away; deletes the object when it was the last.
     void RemoveReference() const noexcept {
-        if (m_count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        // The holder of the only reference is alone with the object: nobody is left to add another one meanwhile. Most
+        // objects go this way, which spares the locked subtraction.
+        if (m_count.load(std::memory_order_acquire) == 1 || m_count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
             delete this;
         }
     }

@@ -2,6 +2,8 @@
 //
 // Threads: several pointers to one object may be used from several threads; one pointer belongs to one thread at a
 // time.
+//
+// Exceptions: no operation throws but dereferencing an empty pointer and MakeRefCnt, which gives the strong guarantee.
 #pragma once
 
 #include <concepts>
@@ -52,6 +54,14 @@ public:
 
     void Swap(RefCntPtr& other) noexcept { m_ptr.swap(other.m_ptr); }
 
+    // Shares an object that was made just now, and that no other thread knows.
+    static RefCntPtr OfNew(T* object) noexcept {
+        object->AddFirstReference();
+        RefCntPtr pointer;
+        pointer.m_ptr.reset(object, false);
+        return pointer;
+    }
+
 private:
     T* Checked() const {
         if (m_ptr.get() == nullptr) [[unlikely]] {
@@ -95,7 +105,7 @@ RefCntPtr<T> DynamicPtrCast(const RefCntPtr<U>& pointer) {
 // Makes an object that is shared from the start.
 template <class T, class... Arguments>
 RefCntPtr<T> MakeRefCnt(Arguments&&... arguments) {
-    return RefCntPtr<T>(new T(std::forward<Arguments>(arguments)...));
+    return RefCntPtr<T>::OfNew(new T(std::forward<Arguments>(arguments)...));
 }
 
 template <class T>

@@ -1,4 +1,6 @@
 // A mutex that its holder may lock again.
+//
+// Exceptions: making one and Lock are strong; Unlock and try_lock never throw.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,6 @@
 // UTF-8 of UTF-16 texts that may be broken.
+//
+// Exceptions: strong.
 #pragma once
 
 #include <string>

@@ -1,0 +1,3 @@
+#include <qvpreslayer/Version.h>
+
+const char* GetPresLayerVersion() noexcept { return QVPRESLAYER_VERSION; }

@@ -1,0 +1,114 @@
+// Decimal digits in a text, eight units at a time. Included by the direct readers.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include <qvcore/IntegerTypes.h>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+// A reader of digits that may look at a whole block from where it stands, and at one that ends where it stands: the
+// text goes on for kDigitsLookahead units at least, and for as many before.
+inline constexpr std::ptrdiff_t kDigitsLookahead = 24;
+inline constexpr std::ptrdiff_t kDigitsLookbehind = 8;
+
+#if defined(__SSE2__)
+
+// How many of the eight units from at on are digits, up to the first that is not.
+inline unsigned CountDigits(const char16_t* at) {
+    const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    const __m128i values = _mm_sub_epi16(units, _mm_set1_epi16(u'0'));
+    const __m128i isDigit = _mm_cmpeq_epi16(_mm_subs_epu16(values, _mm_set1_epi16(9)), _mm_setzero_si128());
+    const auto mask = static_cast<unsigned>(_mm_movemask_epi8(isDigit)) ^ 0x1FFFFu;
+    return static_cast<unsigned>(std::countr_zero(mask)) / 2;
+}
+
+// The number that the last count digits before end spell; count is at most 8.
+inline std::uint32_t DigitsBefore(const char16_t* end, unsigned count) {
+    alignas(16) static constexpr std::uint16_t kMasks[16] = {
+        0, 0, 0, 0, 0, 0, 0, 0, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF};
+    const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(end - 8));
+    const __m128i mask = _mm_loadu_si128(reinterpret_cast<const __m128i*>(kMasks + count));
+    const __m128i digits = _mm_and_si128(_mm_sub_epi16(units, _mm_set1_epi16(u'0')), mask);
+    // Pairs to numbers below 100, these to numbers below 10000.
+    const __m128i pairs = _mm_madd_epi16(digits, _mm_set1_epi32(0x0001000A));
+    const __m128i packed = _mm_packs_epi32(pairs, pairs);
+    const auto fours = static_cast<UInt64>(_mm_cvtsi128_si64(_mm_madd_epi16(packed, _mm_set1_epi32(0x00010064))));
+    return static_cast<std::uint32_t>(fours) * 10000 + static_cast<std::uint32_t>(fours >> 32);
+}
+
+#else
+
+inline unsigned CountDigits(const char16_t* at) {
+    unsigned count = 0;
+    while (count < 8 && at[count] >= u'0' && at[count] <= u'9') {
+        ++count;
+    }
+    return count;
+}
+
+inline std::uint32_t DigitsBefore(const char16_t* end, unsigned count) {
+    std::uint32_t value = 0;
+    for (const char16_t* at = end - count; at != end; ++at) {
+        value = value * 10 + (*at - u'0');
+    }
+    return value;
+}
+
+#endif
+
+// Digits from a place on, up to kMostDigits of them.
+struct DigitRun {
+    static constexpr unsigned kMostDigits = 16;
+
+    UInt64 value;
+    unsigned count;  // one more than kMostDigits where more digits follow
+};
+
+// Requires: kDigitsLookahead units behind at, kDigitsLookbehind before it.
+inline DigitRun TakeDigits(const char16_t* at) {
+    constexpr UInt64 kPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+    const unsigned head = CountDigits(at);
+    const UInt64 value = DigitsBefore(at + head, head);
+    if (head < 8) [[likely]] {
+        return {value, head};
+    }
+    const unsigned tail = CountDigits(at + 8);
+    const unsigned more = tail == 8 && at[16] >= u'0' && at[16] <= u'9' ? 1u : 0u;
+    return {value * kPowers[tail] + DigitsBefore(at + 8 + tail, tail), 8 + tail + more};
+}
+
+// How many elements a list of numbers has, from its first one at at on; about as many as the text has commas where it
+// is not closed, and too few where it holds lists.
+inline std::size_t CountElements(const char16_t* at, const char16_t* end) {
+    std::size_t commas = 0;
+#if defined(__SSE2__)
+    constexpr int kBlocks = 0x4000;  // each adds up to one to every 16-bit count
+    bool closed = false;
+    while (!closed && end - at >= 8) {
+        __m128i counts = _mm_setzero_si128();
+        for (int block = 0; block < kBlocks && end - at >= 8; ++block, at += 8) {
+            const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+            closed = _mm_movemask_epi8(_mm_cmpeq_epi16(units, _mm_set1_epi16(u']'))) != 0;
+            if (closed) {
+                break;
+            }
+            counts = _mm_sub_epi16(counts, _mm_cmpeq_epi16(units, _mm_set1_epi16(u',')));
+        }
+        alignas(16) std::uint16_t lanes[8];
+        _mm_store_si128(reinterpret_cast<__m128i*>(lanes), counts);
+        for (const std::uint16_t lane : lanes) {
+            commas += lane;
+        }
+    }
+#endif
+    for (; at != end && *at != u']'; ++at) {
+        commas += *at == u',' ? 1 : 0;
+    }
+    return commas + 1;
+}

@@ -1,0 +1,461 @@
+#include "main/json/direct/DirectWriter.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include <qvcore/CaseConversion.h>
+
+#include <qvpreslayer/BagStructureSerializer.h>
+#include <qvpreslayer/CoreNamespace.h>
+#include <qvpreslayer/PresModelBuilderSupport.h>
+#include <qvpreslayer/ValParameter.h>
+#include <qvpreslayer/VisitParametersStructure.h>
+#include <qvpreslayer/detail/BagLevel.h>
+#include <qvpreslayer/detail/DirectTypes.h>
+#include <qvpreslayer/detail/PlainBags.h>
+
+#include "main/json/direct/DirectNumbers.h"
+#include "main/json/direct/EscapedCopy.h"
+
+using qvpreslayer::detail::BagLevel;
+using qvpreslayer::detail::DirectType;
+using qvpreslayer::detail::Exactly;
+using qvpreslayer::detail::ParameterTable;
+using qvpreslayer::detail::PlainBags;
+using qvpreslayer::detail::TextScratch;
+
+namespace {
+
+// Deeper bags go the long way, which keeps the stack small.
+constexpr int kDirectLevels = 32;
+
+// Room around the text of a name: the comma, two quotation marks, the colon, a blank, a bracket.
+constexpr std::size_t kAroundName = 8 + kCopySlack;
+
+// What the last bag of the thread began with; of no use when the registry has changed since.
+struct LastFirst {
+    std::uint64_t generation;
+    const qvpreslayer::detail::DirectRecord* record;
+};
+thread_local constinit LastFirst s_lastFirst{0, nullptr};
+
+using Bags = BagStructureSerializer::Bags;
+using BagMap = BagStructureSerializer::BagMap;
+
+}  // namespace
+
+DirectWriter::DirectWriter(TString& out, BuildParameterStrings& visitor, const ParametersRegistry& registry,
+                           bool useVerboseNames, bool compressArrays)
+    : m_sink(out),
+      m_visitor(visitor),
+      m_registry(registry),
+      m_useVerboseNames(useVerboseNames),
+      m_compressArrays(compressArrays),
+      m_hasUnserializable(registry.HasUnserializable()),
+      m_guesses(!registry.HasOverlaps()),
+      m_generation(registry.GetGeneration()),
+      m_first(s_lastFirst.generation == m_generation ? s_lastFirst.record : nullptr) {}
+
+void DirectWriter::Write(const RefCntPtr<const IParameters>& bag) {
+    if (CanNest(bag)) {
+        WriteMembers(*bag, true);
+    } else {
+        HandOverAll(bag);
+    }
+    m_sink.Flush();
+    s_lastFirst = {m_generation, m_first};
+}
+
+bool DirectWriter::CanNest(const Bag& bag) {
+    return bag && m_depth < kDirectLevels && PlainBags::Find(*bag) != nullptr;
+}
+
+// Requires: CanNest(bag).
+bool DirectWriter::WriteMembers(const IParameters& bag, bool first) {
+    const BagLevel level;
+    ++m_depth;
+    const Record* previous = nullptr;
+    PlainBags::Find(bag)->ForEach([&](int id, const RefCntPtr<IParameter>& value) {
+        if (m_hasUnserializable && m_registry.IsUnserializable(id)) {
+            return;
+        }
+        const Record* const record = FindRecord(id, previous);
+        if (record == nullptr || m_allHandedOver || !WriteMember(*record, *value, first)) {
+            HandOver(bag, id, value, first);
+        } else {
+            first = false;
+        }
+        previous = record;
+    });
+    --m_depth;
+    return first;
+}
+
+// Most bags begin with the same parameter as the one before, and go on in the order in which records stand.
+const DirectWriter::Record* DirectWriter::FindRecord(int id, const Record* previous) {
+    const Record* const guess = previous == nullptr ? m_first : previous + 1;
+    if (m_guesses && guess != nullptr && guess->id == id && guess->info != nullptr) [[likely]] {
+        return guess;
+    }
+    const ParameterInfo* const info = m_registry.FindInfo(id);
+    const Record* const record = info == nullptr ? nullptr : info->direct.record;
+    if (previous == nullptr) {
+        m_first = record;
+    }
+    return record;
+}
+
+bool DirectWriter::HasName(const ParameterInfo& info) const {
+    return !(m_useVerboseNames ? info.verboseName : info.shortName).empty();
+}
+
+bool DirectWriter::WriteMember(const Record& parameter, const IParameter& value, bool first) {
+    if (m_useVerboseNames ? parameter.nameSize == 0 : parameter.info->shortName.empty()) {
+        return false;
+    }
+    switch (parameter.kind) {
+        case PTC_Text:
+        case PTC_Number:
+        case PTC_Bool:
+            return WriteScalar(parameter, value, first);
+        case PTC_List:
+            return WriteList(parameter, value, first);
+        case PTC_Map:
+            return WriteMap(parameter, value, first);
+        case PTC_Bag:
+            return WriteBag(parameter, value, first);
+        default:
+            break;
+    }
+    if (parameter.type != DirectType::Bags) {
+        return false;
+    }
+    switch (parameter.kind) {
+        case PTC_Structure:
+            return WriteBag(parameter, value, first);
+        case PTC_StructureList:
+            return WriteBags(parameter, value, first);
+        case PTC_StructureMap:
+            return WriteBagMap(parameter, value, first);
+        default:
+            return false;
+    }
+}
+
+void DirectWriter::HandOver(const IParameters& bag, int id, const RefCntPtr<IParameter>& value, bool& first) {
+    m_sink.Flush();
+    if (!m_allHandedOver) {
+        m_visitor.ContinueMembers(first);
+    }
+    VisitStructuredParameters(m_registry, RefCntPtr<const IParameters>(&bag), m_visitor, m_useVerboseNames,
+                              m_compressArrays)
+        .VisitParameter(id, value);
+    m_sink.Reload();
+    m_optionsMayDiffer = true;
+    first = m_visitor.IsFirstMember();
+    m_allHandedOver = m_allHandedOver || !m_visitor.IsBalanced();
+}
+
+void DirectWriter::HandOverAll(const Bag& bag) {
+    m_sink.Flush();
+    m_visitor.ContinueMembers(true);
+    VisitStructuredParameters(m_registry, bag, m_visitor, m_useVerboseNames, m_compressArrays).Walk();
+    m_sink.Reload();
+}
+
+char16_t* DirectWriter::StartMember(const Record& parameter, bool first, std::size_t room) {
+    if (m_useVerboseNames && parameter.nameSize <= Record::kNameUnits) [[likely]] {
+        char16_t* to = m_sink.Room(Record::kNameUnits + kAroundName + room);
+        *to = u',';
+        to += first ? 0 : 1;
+        *to++ = u'"';
+        for (std::size_t i = 0; i < parameter.nameSize; i += 8) {
+            std::memcpy(to + i, parameter.name + i, 8 * sizeof(char16_t));
+        }
+        return CopyUnits(to + parameter.nameSize, u"\":");
+    }
+    return StartLongMember(parameter, first, room);
+}
+
+// Names that records do not hold.
+char16_t* DirectWriter::StartLongMember(const Record& parameter, bool first, std::size_t room) {
+    const TString& name = m_useVerboseNames ? parameter.info->camelName : parameter.info->shortName;
+    char16_t* to = m_sink.Room(name.size() + kAroundName + room);
+    if (!first) {
+        *to++ = u',';
+    }
+    if (m_useVerboseNames) {
+        *to++ = u'"';
+        to = CopyText(to, name);
+        *to++ = u'"';
+    } else if (char16_t* const end = CopyQuoted(to, name); end != nullptr) {
+        to = end;
+    } else {
+        *to++ = u'"';
+        m_sink.Accept(to);
+        CopyEscaped(m_sink, name);
+        to = m_sink.Room(kAroundName + room);
+        *to++ = u'"';
+    }
+    *to++ = u':';
+    return to;
+}
+
+bool DirectWriter::WriteScalar(const Record& parameter, const IParameter& value, bool first) {
+    switch (parameter.type) {
+        case DirectType::Int:
+            return WriteNumber<int>(parameter, value, first);
+        case DirectType::UInt:
+            return WriteNumber<unsigned int>(parameter, value, first);
+        case DirectType::Int64:
+            return WriteNumber<Int64>(parameter, value, first);
+        case DirectType::UInt64:
+            return WriteNumber<UInt64>(parameter, value, first);
+        case DirectType::Float:
+            return WriteNumber<float>(parameter, value, first);
+        case DirectType::Double:
+            return WriteNumber<double>(parameter, value, first);
+        case DirectType::Bool:
+            return WriteNumber<bool>(parameter, value, first);
+        case DirectType::String: {
+            const TString* text = Exactly<TString>(value);
+            return text != nullptr && WriteText(parameter, *text, first);
+        }
+        case DirectType::Text: {
+            const std::u16string_view text = parameter.text->valueText(value, m_scratch);
+            return text.data() != nullptr && WriteText(parameter, text, first);
+        }
+        default:
+            return false;
+    }
+}
+
+template <class T>
+bool DirectWriter::WriteNumber(const Record& parameter, const IParameter& value, bool first) {
+    const T* content = Exactly<T>(value);
+    if (content == nullptr) {
+        return false;
+    }
+    char16_t* to = StartMember(parameter, first, kLongestNumber<T>);
+    *to++ = u' ';
+    m_sink.Accept(WriteNumberText(to, *content));
+    return true;
+}
+
+bool DirectWriter::WriteText(const Record& parameter, std::u16string_view text, bool first) {
+    char16_t* to = StartMember(parameter, first, text.size() + 2 * kCopySlack);
+    *to++ = u' ';
+    PutQuoted(m_sink, to, text);
+    return true;
+}
+
+bool DirectWriter::WriteList(const Record& parameter, const IParameter& value, bool first) {
+    switch (parameter.type) {
+        case DirectType::Int:
+            return WriteNumbers<int>(parameter, value, first);
+        case DirectType::UInt:
+            return WriteNumbers<unsigned int>(parameter, value, first);
+        case DirectType::Int64:
+            return WriteNumbers<Int64>(parameter, value, first);
+        case DirectType::UInt64:
+            return WriteNumbers<UInt64>(parameter, value, first);
+        case DirectType::Float:
+            return WriteNumbers<float>(parameter, value, first);
+        case DirectType::Double:
+            return WriteNumbers<double>(parameter, value, first);
+        case DirectType::Bool: {
+            const auto* values = Exactly<std::vector<bool>>(value);
+            if (values == nullptr) {
+                return false;
+            }
+            char16_t* to = StartMember(parameter, first, 0);
+            *to++ = u'[';
+            m_sink.Accept(to);
+            for (std::size_t i = 0; i < values->size(); ++i) {
+                to = m_sink.Room(8);
+                if (i != 0) {
+                    *to++ = u',';
+                }
+                m_sink.Accept(WriteNumberText<bool>(to, (*values)[i]));
+            }
+            m_sink.Put(u']');
+            return true;
+        }
+        case DirectType::String:
+        case DirectType::Text:
+            return WriteTexts(parameter, value, first);
+        default:
+            return false;
+    }
+}
+
+// The tag of nested lists must be registered as a list of bare items with a name, as the core namespace has it.
+bool DirectWriter::CanPack(int tag) const {
+    const ParameterInfo* info = m_registry.FindInfo(tag);
+    return info != nullptr && info->kind == PTC_List && HasName(*info) && info->serializer &&
+           info->serializer->GetType() == PTC_Number;
+}
+
+template <class T>
+bool DirectWriter::WriteNumbers(const Record& parameter, const IParameter& value, bool first) {
+    constexpr CoreParameterID kTag = std::is_floating_point_v<T> ? CoreParameterID::FloatRLE
+                                     : std::is_signed_v<T>       ? CoreParameterID::IntRLE
+                                                                 : CoreParameterID::UIntRLE;
+    const auto* values = Exactly<std::vector<T>>(value);
+    if (values == nullptr || (m_compressArrays && !CanPack(static_cast<int>(kTag)))) {
+        return false;
+    }
+    char16_t* to = StartMember(parameter, first, 0);
+    *to++ = u'[';
+    m_sink.Accept(to);
+    if (m_compressArrays) {
+        PackedElements<T> elements(m_sink);
+        qvpreslayer::detail::RunPieces<T, PackedElements<T>> pieces(elements);
+        qvpreslayer::detail::ForEachRun(*values, pieces);
+        pieces.WriteMarker();
+    } else {
+        NumberList<T>(m_sink).Write(*values);
+    }
+    m_sink.Put(u']');
+    return true;
+}
+
+bool DirectWriter::WriteTexts(const Record& parameter, const IParameter& value, bool first) {
+    const auto* texts = parameter.type == DirectType::String ? Exactly<std::vector<TString>>(value) : nullptr;
+    const std::size_t size = texts != nullptr                     ? texts->size()
+                             : parameter.type == DirectType::Text ? parameter.text->listSize(value)
+                                                                  : qvpreslayer::detail::DirectTextType::kNoList;
+    if (size == qvpreslayer::detail::DirectTextType::kNoList) {
+        return false;
+    }
+    const auto textOf = [&](std::size_t i) {
+        return texts != nullptr ? (*texts)[i].view() : parameter.text->elementText(value, i, m_scratch);
+    };
+    const std::size_t start = m_sink.Size();
+    char16_t* to = StartMember(parameter, first, 0);
+    *to++ = u'[';
+    m_sink.Accept(to);
+    for (std::size_t i = 0; i < size; ++i) {
+        const std::u16string_view text = textOf(i);
+        if (text.data() == nullptr) {
+            m_sink.Shrink(start);  // an element without a text fails on the long way
+            return false;
+        }
+        to = m_sink.Room(text.size() + 1 + 2 * kCopySlack);
+        if (i != 0) {
+            *to++ = u',';
+        }
+        PutQuoted(m_sink, to, text);
+    }
+    m_sink.Put(u']');
+    return true;
+}
+
+// Keys are names: in camel case where those are, and then not escaped.
+void DirectWriter::PutKey(const TString& key, bool first) {
+    char16_t* to = m_sink.Room(key.size() + kAroundName + kCopySlack);
+    if (!first) {
+        *to++ = u',';
+    }
+    if (!m_useVerboseNames) {
+        PutQuoted(m_sink, to, key);
+        m_sink.Put(u':');
+        return;
+    }
+    *to++ = u'"';
+    to = CopyText(to, key.view().find(u'-') == std::u16string_view::npos ? key : DashedToCamel(key));
+    m_sink.Accept(CopyUnits(to, u"\":"));
+}
+
+bool DirectWriter::WriteMap(const Record& parameter, const IParameter& value, bool first) {
+    const auto* entries = parameter.type == DirectType::String ? Exactly<std::map<TString, TString>>(value) : nullptr;
+    if (entries == nullptr) {
+        return false;
+    }
+    char16_t* to = StartMember(parameter, first, 0);
+    *to++ = u'{';
+    m_sink.Accept(to);
+    bool firstEntry = true;
+    for (const auto& [key, text] : *entries) {
+        PutKey(key, std::exchange(firstEntry, false));
+        to = m_sink.Room(text.size() + 2 * kCopySlack);
+        PutQuoted(m_sink, to, text);
+    }
+    m_sink.Put(u'}');
+    return true;
+}
+
+void DirectWriter::WriteNested(const Bag& bag) {
+    m_sink.Put(u'{');
+    WriteMembers(*bag, true);
+    m_sink.Put(u'}');
+}
+
+// Nested bags, other than structures, are written under the options in force where they begin. Nobody but host code
+// changes them meanwhile.
+bool DirectWriter::HaveOptionsChanged() const {
+    return m_optionsMayDiffer && (PresModelBuilderSupport::UseVerboseNames() != m_useVerboseNames ||
+                                  PresModelBuilderSupport::CompressArrays() != m_compressArrays);
+}
+
+bool DirectWriter::WriteBag(const Record& parameter, const IParameter& value, bool first) {
+    const Bag* bag = Exactly<Bag>(value);
+    if (bag == nullptr || !CanNest(*bag) || (parameter.kind == PTC_Bag && HaveOptionsChanged())) {
+        return false;
+    }
+    m_sink.Accept(StartMember(parameter, first, 0));
+    WriteNested(*bag);
+    return true;
+}
+
+bool DirectWriter::WriteBags(const Record& parameter, const IParameter& value, bool first) {
+    const auto* bags = Exactly<Bags>(value);
+    if (bags == nullptr || !std::all_of(bags->begin(), bags->end(), [this](const Bag& bag) { return CanNest(bag); })) {
+        return false;
+    }
+    char16_t* to = StartMember(parameter, first, 0);
+    *to++ = u'[';
+    m_sink.Accept(to);
+    for (const Bag& bag : *bags) {
+        if (&bag != &bags->front()) {
+            m_sink.Put(u',');
+        }
+        WriteNested(bag);
+    }
+    m_sink.Put(u']');
+    return true;
+}
+
+// The keys of structures are not names: they stay as they are, null entries excepted.
+bool DirectWriter::WriteBagMap(const Record& parameter, const IParameter& value, bool first) {
+    const auto* bags = Exactly<BagMap>(value);
+    const auto canNest = [this](const auto& entry) { return !entry.second || CanNest(entry.second); };
+    if (bags == nullptr || !std::all_of(bags->begin(), bags->end(), canNest)) {
+        return false;
+    }
+    char16_t* to = StartMember(parameter, first, 0);
+    *to++ = u'{';
+    m_sink.Accept(to);
+    bool firstEntry = true;
+    for (const auto& [key, bag] : *bags) {
+        if (!bag) {
+            PutKey(key, std::exchange(firstEntry, false));
+            to = m_sink.Room(4);
+            m_sink.Accept(CopyUnits(to, u"null"));
+            continue;
+        }
+        to = m_sink.Room(key.size() + kAroundName + kCopySlack);
+        if (!std::exchange(firstEntry, false)) {
+            *to++ = u',';
+        }
+        PutQuoted(m_sink, to, key);
+        m_sink.Put(u':');
+        WriteNested(bag);
+    }
+    m_sink.Put(u'}');
+    return true;
+}
