@@ -1,5 +1,6 @@
 #include "main/json/JSONReader.h"
 
+#include <new>
 #include <stdexcept>
 #include <string>
 
@@ -57,6 +58,8 @@ public:
             serializer.FromString(text);
         } catch (const abi::__forced_unwind&) {
             throw;  // the thread is being cancelled
+        } catch (const std::bad_alloc&) {
+            throw;  // nobody knows what would have been let pass
         } catch (...) {
         }
     }
