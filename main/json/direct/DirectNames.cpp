@@ -28,9 +28,11 @@ bool DirectNames::Prepare(const ParametersRegistry& registry, const TString& nam
 
 const DirectNames::Record* DirectNames::Find(const char16_t*& at, const Record* previous, bool first) {
     Successor& successor = const_cast<Successor&>(Remembered(previous, first));
-    if (!first && successor.next != nullptr && successor.previous == previous && !successor.first &&
-        StandsAt(*successor.next, at)) {
-        return successor.next;
+    if (!first && successor.next != nullptr && successor.previous == previous && !successor.first) {
+        if (const char16_t* const behind = Skip(*successor.next, at)) {
+            at = behind;
+            return successor.next;
+        }
     }
     const Record* const found = Seek(at);
     if (found != nullptr && m_guesses && IsOwn(found)) {

@@ -49,8 +49,8 @@ public:
     }
     const Record* Behind(const Record* member) const { return m_guesses && IsOwn(member) ? member + 1 : &s_none; }
 
-    // Whether the name at at, up to its closing quotation mark, is that of a guess; at is left behind the mark then.
-    bool StandsAt(const Record& guess, const char16_t*& at) const;
+    // Behind the closing quotation mark of the name at at when it is that of a guess; null when it is another.
+    const char16_t* Skip(const Record& guess, const char16_t* at) const;
 
     // The parameter that the name at at stands for, in any place; at is left behind its closing quotation mark.
     // previous is the member before, or, with first, what the object belongs to. Null, for the long way, when the name
@@ -113,24 +113,23 @@ inline bool StartsWith(const char16_t* at, const char16_t* name, std::size_t siz
 }
 
 // Only parameters of this namespace, which it finds by their names; the record behind the last one never stands.
-inline bool DirectNames::StandsAt(const Record& guess, const char16_t*& at) const {
+inline const char16_t* DirectNames::Skip(const Record& guess, const char16_t* at) const {
     if (!guess.isFoundByNames) {
-        return false;
+        return nullptr;
     }
     const bool isShort = m_form == NameForm::Short;
     const std::size_t size = isShort ? guess.info->shortName.size() : guess.nameSize;
     const char16_t* const name = isShort ? guess.info->shortName.data() : guess.name;
     if (size - 1 >= Record::kNameUnits) [[unlikely]] {
-        return false;
+        return nullptr;
     }
     if (at < m_blocksEnd) [[likely]] {
         if (at[size] != u'"' || !StartsWith(at, name, size)) {
-            return false;
+            return nullptr;
         }
     } else if (static_cast<std::size_t>(m_end - at) < size || at[size] != u'"' ||
                std::u16string_view(at, size) != std::u16string_view(name, size)) {
-        return false;
+        return nullptr;
     }
-    at += size + 1;
-    return true;
+    return at + size + 1;
 }

@@ -245,13 +245,16 @@ const char16_t* DirectReader::ReadMembers(const char16_t* at, const Record* owne
         if (at == nullptr) {
             return nullptr;
         }
-        if (m_names.StandsAt(*guess, at)) [[likely]] {
+        if (const char16_t* const behind = m_names.Skip(*guess, at)) [[likely]] {
+            at = behind;
             previous = guess++;
         } else {
-            previous = m_names.Find(at, previous, members == 0);
+            const char16_t* name = at;
+            previous = m_names.Find(name, previous, members == 0);
             if (previous == nullptr) {
                 return nullptr;
             }
+            at = name;
             guess = m_names.Behind(previous);
         }
         at = Expect(at, u':');
