@@ -286,7 +286,8 @@ TEST_F(CheckTest, MembersThatComeTwice) {
 TEST_F(CheckTest, WhatIsPassedOver) {
     EXPECT_THAT(Codes(R"({"days": [1, [], [5], [1, 2, 3, 4], []]})"), ElementsAre("run-skipped"));
     EXPECT_THAT(Codes("{} trailing"), ElementsAre("text-after-value"));
-    EXPECT_THAT(Codes("{\"title\": /* c */ \"/*\"} // end"), ElementsAre("comment", "text-after-value"));
+    EXPECT_THAT(Codes("{\"title\": /* c */ \"/*\"} // end"), ElementsAre("comment", "comment"));
+    EXPECT_THAT(Codes("{} // one\n/* two */ three // four"), ElementsAre("comment", "comment", "text-after-value"));
     EXPECT_THAT(Codes(R"({"selection": [1]})"), ElementsAre("never-written"));
 }
 

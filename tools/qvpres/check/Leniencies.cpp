@@ -287,15 +287,15 @@ private:
     // Comments, and what follows the value.
     void LookAround() {
         const std::u16string_view text = m_text.Text();
-        for (std::size_t at = 0; at < m_document.End(); ++at) {
+        const std::size_t rest = m_document.FindTextAfterValue();
+        for (std::size_t at = 0; at < rest; ++at) {
             if (text[at] == u'"') {
                 at = LookAtString(at);
             } else if (text[at] == u'/') {
                 Add(at, 0, false, "comment", "comments are no JSON; other readers may refuse the text");
-                at = text[at + 1] == u'/' ? text.find(u'\n', at) : text.find(u"*/", at + 2) + 1;
+                at = text[at + 1] == u'*' ? text.find(u"*/", at + 2) + 1 : std::min(text.find(u'\n', at), text.size());
             }
         }
-        const std::size_t rest = m_document.FindTextAfterValue();
         if (rest != text.size()) {
             Add(rest, 0, false, "text-after-value", "what follows the value is not looked at");
         }
