@@ -1,8 +1,8 @@
 // Small blocks of memory, kept for the next one who asks. Not for callers.
 //
 // Values and texts come and go by the thousand, mostly on one thread. Blocks of one size lie side by side in slabs of
-// 32 KiB: taking one costs a fraction of an allocation, and what is made together is read from neighbouring memory, also
-// where the allocator's own is fragmented.
+// 32 KiB: taking one costs a fraction of an allocation, and what is made together is read from neighbouring memory,
+// also where the allocator's own is fragmented.
 //
 // Threads: blocks may be released on another thread than the one that took them, which uses them again when it needs
 // more. A slab whose blocks have all been released is free for any size; a thread keeps up to 8 MiB of these, until it
