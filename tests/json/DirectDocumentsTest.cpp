@@ -14,6 +14,63 @@ namespace {
 
 using Random = std::mt19937_64;
 
+// Spellings of numbers, and of what is none.
+constexpr const char16_t* kNumberSpellings[] = {u"16777217",
+                                                u"16777219",
+                                                u"8388608.5",
+                                                u"33554435.5",
+                                                u"-0",
+                                                u"1234567890",
+                                                u"2147483648",
+                                                u"-2147483647",
+                                                u"-2147483648",
+                                                u"4294967295",
+                                                u"4294967296",
+                                                u"99999999999",
+                                                u"9223372036854775807",
+                                                u"9223372036854775808",
+                                                u"12345678901234567890",
+                                                u"-0.0",
+                                                u"0.0",
+                                                u"0.00000000000001",
+                                                u"0.123456789012345",
+                                                u"12345678.5",
+                                                u"1234567.12345678901234",
+                                                u"99999999.99999999999999",
+                                                u"123456789012345678901234567890",
+                                                u"01",
+                                                u"-01",
+                                                u"00.5",
+                                                u"-",
+                                                u"--1",
+                                                u"1.",
+                                                u".5",
+                                                u"1..5",
+                                                u"1.5.5",
+                                                u"1e5",
+                                                u"1E-5",
+                                                u"1.5e3",
+                                                u" 5",
+                                                u"5 ",
+                                                u"  5",
+                                                u"\t6\n",
+                                                u"[1,3]",
+                                                u"[1,3,2]",
+                                                u"[]",
+                                                u"[1]",
+                                                u"null",
+                                                u"true",
+                                                u"\"8\"",
+                                                u"+1",
+                                                u"0x1",
+                                                u"\uFF11",
+                                                u"1:5",
+                                                u"1/5",
+                                                u"12a45678",
+                                                u"1234567x",
+                                                u"",
+                                                u"{}"};
+
 // A comment takes a text the long way, and changes nothing but the places.
 constexpr std::string_view kLongWay = "/**/";
 
@@ -244,67 +301,44 @@ TEST_F(DirectDocuments, FailAsAtLength) {
     }
 }
 
+TEST_F(DirectDocuments, NumbersAloneAndInMapsInEverySpelling) {
+    const TestSession session(false, false);
+    for (const char16_t* telling : kNumberSpellings) {
+        for (const char16_t* name :
+             {u"maxCount", u"unsigned", u"big", u"bigUnsigned", u"real", u"smallReal", u"flag"}) {
+            for (const char16_t* rest : {u"", u", \"text\": \"a text that makes the document longer than a block\""}) {
+                ExpectSameBothWays(TString(u"{\"") + TString(name) + TString(u"\": ") + TString(telling) +
+                                   TString(rest) + TString(u"}"));
+            }
+        }
+        for (const char16_t* name : {u"intMap", u"flagMap", u"myMap"}) {
+            ExpectSameBothWays(TString(u"{\"") + TString(name) + TString(u"\":{\"a\":1,\"b-c\": ") + TString(telling) +
+                               TString(u"}}"));
+        }
+    }
+}
+
+TEST_F(DirectDocuments, MapsOfNumbersAreWrittenAsByEvents) {
+    const auto bag = MakeBag({{view::kIntMap, Val(std::map<TString, int>{{L"a-b", 1}, {L"c", -2147483647}, {L"", 0}})},
+                              {view::kFlagMap, Val(std::map<TString, bool>{{L"x", true}, {L"y-1", false}})},
+                              {view::kMyMap, Val(std::map<TString, TString>{})}});
+    for (const bool shortNames : {false, true}) {
+        const TestSession session(shortNames, false);
+        const TString text = m_json.ToString(bag, JSONSerializer::Compact);
+        EXPECT_EQ(AtLength(bag), text);
+    }
+}
+
 // Lists are looked at in blocks of 64 units: every spelling comes to stand in every place of a block.
 TEST_F(DirectDocuments, ListsOfNumbersInEverySpelling) {
     static constexpr const char16_t* kUsual[] = {
         u"0",          u"7",   u"-7",    u"42",        u"-613",       u"12345678",        u"123456789",
         u"2147483647", u"1.5", u"-0.25", u"1234567.5", u"0.12345678", u"3.14159265358979"};
-    static constexpr const char16_t* kTelling[] = {u"-0",
-                                                   u"1234567890",
-                                                   u"2147483648",
-                                                   u"-2147483647",
-                                                   u"-2147483648",
-                                                   u"4294967295",
-                                                   u"4294967296",
-                                                   u"99999999999",
-                                                   u"9223372036854775807",
-                                                   u"9223372036854775808",
-                                                   u"12345678901234567890",
-                                                   u"-0.0",
-                                                   u"0.0",
-                                                   u"0.00000000000001",
-                                                   u"0.123456789012345",
-                                                   u"12345678.5",
-                                                   u"1234567.12345678901234",
-                                                   u"99999999.99999999999999",
-                                                   u"123456789012345678901234567890",
-                                                   u"01",
-                                                   u"-01",
-                                                   u"00.5",
-                                                   u"-",
-                                                   u"--1",
-                                                   u"1.",
-                                                   u".5",
-                                                   u"1..5",
-                                                   u"1.5.5",
-                                                   u"1e5",
-                                                   u"1E-5",
-                                                   u"1.5e3",
-                                                   u" 5",
-                                                   u"5 ",
-                                                   u"  5",
-                                                   u"\t6\n",
-                                                   u"[1,3]",
-                                                   u"[1,3,2]",
-                                                   u"[]",
-                                                   u"[1]",
-                                                   u"null",
-                                                   u"true",
-                                                   u"\"8\"",
-                                                   u"+1",
-                                                   u"0x1",
-                                                   u"\uFF11",
-                                                   u"1:5",
-                                                   u"1/5",
-                                                   u"12a45678",
-                                                   u"1234567x",
-                                                   u"",
-                                                   u"{}"};
-    static constexpr const char16_t* kLists[] = {u"intList", u"unsignedList", u"bigList", u"bigUnsignedList",
-                                                 u"realList"};
+    static constexpr const char16_t* kLists[] = {u"intList",         u"unsignedList", u"bigList",
+                                                 u"bigUnsignedList", u"realList",     u"smallRealList"};
     const TestSession session(false, false);
     for (const char16_t* list : kLists) {
-        for (const char16_t* telling : kTelling) {
+        for (const char16_t* telling : kNumberSpellings) {
             for (int round = Rounds(4); round > 0; --round) {
                 TString json = TString(u"{\"") + list + u"\":[";
                 const std::size_t size = 1 + Below(40);

@@ -24,6 +24,9 @@ TEST(CaseConversion, DashedToCamel) {
     };
     for (const auto& c : cases) {
         EXPECT_EQ(c.camel, DashedToCamel(c.dashed));
+        char16_t room[16];
+        const char16_t* const end = WriteCamel(room, TString(c.dashed));
+        EXPECT_EQ(c.camel, TString(std::u16string_view(room, static_cast<std::size_t>(end - room))));
     }
 }
 

@@ -155,6 +155,18 @@ TEST_F(RefCntPtrTest, DetachGivesTheReferenceAway) {
     object->RemoveReference();
 }
 
+TEST_F(RefCntPtrTest, AttachTakesBackWhatDetachGaveAway) {
+    RefCntPtr<Base> pointer(new Base);
+    Base* const object = pointer.Detach();
+    {
+        const RefCntPtr<Base> again = RefCntPtr<Base>::Attach(object);
+        EXPECT_EQ(object, again.Get());
+        EXPECT_EQ(1, gm_living);
+    }
+    EXPECT_EQ(0, gm_living) << "the reference was taken over, none was added";
+    EXPECT_FALSE(RefCntPtr<Base>::Attach(nullptr));
+}
+
 TEST_F(RefCntPtrTest, SwapExchangesTheObjects) {
     RefCntPtr<Base> one(new Derived(1));
     RefCntPtr<Base> two(new Derived(2));

@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <type_traits>
 #include <vector>
 
@@ -14,6 +16,13 @@
 
 #include "main/json/JSONNumbers.h"
 #include "main/json/direct/DirectDigits.h"
+
+// What stands between values. Documents of programs have little of it.
+inline const char16_t* SkipBlanks(const char16_t* at) {
+    while (*at <= u' ' && (*at == u' ' || *at == u'\n' || *at == u'\r' || *at == u'\t'))
+        [[unlikely]] { ++at; }
+    return at;
+}
 
 // An element as it stands between two commas, before the second one at end.
 struct NumberToken {
@@ -86,6 +95,23 @@ inline bool IsUsual(const NumberToken& token, const char16_t* point, double& val
     return true;
 }
 
+// A float from the double that its text gives. False where that does not tell which of two floats is nearer to the text
+// itself, or where floats are not normal: there the text has to be read once more.
+inline bool NarrowReal(double number, float& value) {
+    constexpr auto kBitsBeyond = std::uint64_t{0x1FFFFFFF};
+    constexpr auto kHalfway = std::uint64_t{0x10000000};
+    const double magnitude = std::fabs(number);
+    value = static_cast<float>(number);
+    return magnitude == 0 || (magnitude >= static_cast<double>(std::numeric_limits<float>::min()) &&
+                              magnitude < static_cast<double>(std::numeric_limits<float>::max()) &&
+                              (std::bit_cast<std::uint64_t>(number) & kBitsBeyond) != kHalfway);
+}
+
+inline bool IsUsual(const NumberToken& token, const char16_t* point, float& value) {
+    double number = 0;
+    return IsUsual(token, point, number) && NarrowReal(number, value);
+}
+
 // Texts of up to 24 units, compared in blocks that overlap; others count as different. In columns of reals neighbours
 // are often equal, and spelled equally.
 inline bool IsSameText(const char16_t* left, const char16_t* right, std::size_t size) {
@@ -119,7 +145,7 @@ const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, cons
         }
         for (; commas != 0; commas &= commas - 1) {
             const char16_t* const comma = block + std::countr_zero(commas);
-            at += *at == u' ' ? 1 : 0;
+            at = SkipBlanks(at);
             T value{};
             if constexpr (std::is_integral_v<T>) {
                 if (!IsUsual(NumberToken(at, comma), value)) {

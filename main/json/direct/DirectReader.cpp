@@ -39,6 +39,9 @@ constexpr int kDirectLevels = 32;
 
 template <class T, class From>
 bool Fits(From number, T& value) {
+    if constexpr (std::is_same_v<T, float>) {
+        return NarrowReal(number, value);
+    }
     if constexpr (std::is_integral_v<T> && std::is_integral_v<From>) {
         if (!std::in_range<T>(number)) {
             return false;
@@ -72,13 +75,6 @@ std::vector<T> Expanded(const std::vector<T>& plain, const std::vector<RunAt<T>>
     }
     values.insert(values.end(), plain.data() + taken, plain.data() + plain.size());
     return values;
-}
-
-// What stands between values. Documents of programs have little of it.
-const char16_t* SkipBlanks(const char16_t* at) {
-    while (*at <= u' ' && (*at == u' ' || *at == u'\n' || *at == u'\r' || *at == u'\t'))
-        [[unlikely]] { ++at; }
-    return at;
 }
 
 // Behind a unit that is to come next; null when another one does.
@@ -299,8 +295,7 @@ const char16_t* DirectReader::ReadMember(const char16_t* at, const Record& param
         case PTC_List:
             return *at == u'[' ? ReadList(at + 1, parameter) : ReadNull(at, parameter.id);
         case PTC_Map:
-            return *at == u'{' && parameter.type == DirectType::String ? ReadMap(at + 1, parameter.id)
-                                                                       : ReadNull(at, parameter.id);
+            return *at == u'{' ? ReadMap(at + 1, parameter) : ReadNull(at, parameter.id);
         case PTC_Bag:
             return *at == u'{' ? ReadBag(at + 1, &parameter, parameter.id) : ReadNull(at, parameter.id);
         case PTC_Structure:
@@ -396,6 +391,8 @@ const char16_t* DirectReader::ReadScalar(const char16_t* at, const Record& param
             return ReadNumber<::Int64>(at, parameter.id);
         case DirectType::UInt64:
             return ReadNumber<::UInt64>(at, parameter.id);
+        case DirectType::Float:
+            return ReadNumber<float>(at, parameter.id);
         case DirectType::Double:
             return ReadNumber<double>(at, parameter.id);
         case DirectType::Bool:
@@ -424,6 +421,8 @@ const char16_t* DirectReader::ReadList(const char16_t* at, const Record& paramet
             return ReadNumbers<::Int64>(at, parameter.id);
         case DirectType::UInt64:
             return ReadNumbers<::UInt64>(at, parameter.id);
+        case DirectType::Float:
+            return ReadNumbers<float>(at, parameter.id);
         case DirectType::Double:
             return ReadNumbers<double>(at, parameter.id);
         case DirectType::Bool:
@@ -437,42 +436,77 @@ const char16_t* DirectReader::ReadList(const char16_t* at, const Record& paramet
     }
 }
 
-// Behind the opening brace. Keys stand as they are.
-const char16_t* DirectReader::ReadMap(const char16_t* at, int id) {
+// Behind the opening brace.
+const char16_t* DirectReader::ReadMap(const char16_t* at, const Record& parameter) {
     const Level level(*this);
     if (level.IsTooDeep()) {
         return nullptr;
     }
-    std::map<TString, TString> texts;
+    switch (parameter.type) {
+        case DirectType::Int:
+            return ReadEntries<int>(at, parameter.id);
+        case DirectType::UInt:
+            return ReadEntries<unsigned int>(at, parameter.id);
+        case DirectType::Int64:
+            return ReadEntries<::Int64>(at, parameter.id);
+        case DirectType::UInt64:
+            return ReadEntries<::UInt64>(at, parameter.id);
+        case DirectType::Float:
+            return ReadEntries<float>(at, parameter.id);
+        case DirectType::Double:
+            return ReadEntries<double>(at, parameter.id);
+        case DirectType::Bool:
+            return ReadEntries<bool>(at, parameter.id);
+        case DirectType::String:
+            return ReadEntries<TString>(at, parameter.id);
+        default:
+            return nullptr;
+    }
+}
+
+// Keys stand as they are.
+template <class T>
+const char16_t* DirectReader::ReadEntries(const char16_t* at, int id) {
+    std::map<TString, T> entries;
     at = SkipBlanks(at);
     if (*at != u'}') {
         do {
             std::u16string_view key;
-            at = Expect(texts.empty() ? at : at + 1, u'"');
+            at = Expect(entries.empty() ? at : at + 1, u'"');
             at = at == nullptr ? nullptr : TakePlainString(at, m_end, key);
             at = at == nullptr ? nullptr : Expect(at, u':');
-            at = at == nullptr ? nullptr : Expect(at, u'"');
             if (at == nullptr) {
                 return nullptr;
             }
-            const std::size_t size = texts.size();
-            const auto entry = texts.emplace_hint(texts.end(), std::piecewise_construct, std::forward_as_tuple(key),
-                                                  std::forward_as_tuple());
-            at = texts.size() == size ? nullptr : TakeString(at, m_end, entry->second);
+            const std::size_t size = entries.size();
+            const auto entry = entries.emplace_hint(entries.end(), std::piecewise_construct, std::forward_as_tuple(key),
+                                                    std::forward_as_tuple());
+            at = entries.size() == size ? nullptr : TakeValue(SkipBlanks(at), entry->second);
             if (at == nullptr) {
                 return nullptr;
             }
             at = SkipBlanks(at);
         } while (*at == u',');
     }
-    m_items.AddValue<ValParameter<std::map<TString, TString>>>(id, std::move(texts));
+    m_items.AddValue<ValParameter<std::map<TString, T>>>(id, std::move(entries));
     return *at == u'}' ? at + 1 : nullptr;
 }
 
 template <class T>
+const char16_t* DirectReader::TakeValue(const char16_t* at, T& value) const {
+    if constexpr (std::is_same_v<T, TString>) {
+        return *at == u'"' ? TakeString(at + 1, m_end, value) : nullptr;
+    } else if constexpr (std::is_same_v<T, bool>) {
+        return TakeBool(at, value);
+    } else {
+        return TakeNumber(at, value);
+    }
+}
+
+template <class T>
 const char16_t* DirectReader::TakeNumber(const char16_t* at, T& value) const {
-    std::conditional_t<std::is_same_v<T, double>, double, ::Int64> number = 0;
-    if constexpr (std::is_same_v<T, double>) {
+    std::conditional_t<std::is_floating_point_v<T>, double, ::Int64> number = 0;
+    if constexpr (std::is_floating_point_v<T>) {
         at = m_numbers.TakeReal(at, number);
     } else {
         at = m_numbers.TakeInteger(at, number);
@@ -549,7 +583,7 @@ const char16_t* DirectReader::ReadNumbers(const char16_t* at, int id) {
     if (*at != u']') {
         ReserveLarge(plain, CountElements(at, m_end));
         while (true) {
-            at = TakeUsualNumbers(SkipBlanks(at), m_begin, m_end, plain);
+            at = SkipBlanks(TakeUsualNumbers(SkipBlanks(at), m_begin, m_end, plain));
             if (*at == u'[') {
                 at = ReadRun(at + 1, plain.size(), runs);
             } else {

@@ -65,7 +65,9 @@ private:
     const char16_t* ReadString(const char16_t* at, int id);
     const char16_t* ReadText(const char16_t* at, const Record& parameter);
 
-    const char16_t* ReadMap(const char16_t* at, int id);
+    const char16_t* ReadMap(const char16_t* at, const Record& parameter);
+    template <class T>
+    const char16_t* ReadEntries(const char16_t* at, int id);
     const char16_t* ReadList(const char16_t* at, const Record& parameter);
     template <class T>
     const char16_t* ReadNumbers(const char16_t* at, int id);
@@ -76,6 +78,8 @@ private:
     // Parts of values, which add no item.
     template <class T>
     const char16_t* ReadRun(const char16_t* at, std::size_t position, std::vector<RunAt<T>>& runs);
+    template <class T>
+    const char16_t* TakeValue(const char16_t* at, T& value) const;
     template <class T>
     const char16_t* TakeNumber(const char16_t* at, T& value) const;
     const char16_t* TakeBool(const char16_t* at, bool& value) const;

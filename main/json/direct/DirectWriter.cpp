@@ -371,7 +371,31 @@ void DirectWriter::PutKey(const TString& key, bool first) {
 }
 
 bool DirectWriter::WriteMap(const Record& parameter, const IParameter& value, bool first) {
-    const auto* entries = parameter.type == DirectType::String ? Exactly<std::map<TString, TString>>(value) : nullptr;
+    switch (parameter.type) {
+        case DirectType::Int:
+            return WriteEntries<int>(parameter, value, first);
+        case DirectType::UInt:
+            return WriteEntries<unsigned int>(parameter, value, first);
+        case DirectType::Int64:
+            return WriteEntries<Int64>(parameter, value, first);
+        case DirectType::UInt64:
+            return WriteEntries<UInt64>(parameter, value, first);
+        case DirectType::Float:
+            return WriteEntries<float>(parameter, value, first);
+        case DirectType::Double:
+            return WriteEntries<double>(parameter, value, first);
+        case DirectType::Bool:
+            return WriteEntries<bool>(parameter, value, first);
+        case DirectType::String:
+            return WriteEntries<TString>(parameter, value, first);
+        default:
+            return false;
+    }
+}
+
+template <class T>
+bool DirectWriter::WriteEntries(const Record& parameter, const IParameter& value, bool first) {
+    const auto* entries = Exactly<std::map<TString, T>>(value);
     if (entries == nullptr) {
         return false;
     }
@@ -379,10 +403,15 @@ bool DirectWriter::WriteMap(const Record& parameter, const IParameter& value, bo
     *to++ = u'{';
     m_sink.Accept(to);
     bool firstEntry = true;
-    for (const auto& [key, text] : *entries) {
+    for (const auto& [key, content] : *entries) {
         PutKey(key, std::exchange(firstEntry, false));
-        to = m_sink.Room(text.size() + 2 * kCopySlack);
-        PutQuoted(m_sink, to, text);
+        if constexpr (std::is_same_v<T, TString>) {
+            to = m_sink.Room(content.size() + 2 * kCopySlack);
+            PutQuoted(m_sink, to, content);
+        } else {
+            to = m_sink.Room(kLongestNumber<T>);
+            m_sink.Accept(WriteNumberText(to, content));
+        }
     }
     m_sink.Put(u'}');
     return true;

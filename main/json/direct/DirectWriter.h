@@ -45,6 +45,8 @@ private:
     bool WriteScalar(const Record& parameter, const IParameter& value, bool first);
     bool WriteList(const Record& parameter, const IParameter& value, bool first);
     bool WriteMap(const Record& parameter, const IParameter& value, bool first);
+    template <class T>
+    bool WriteEntries(const Record& parameter, const IParameter& value, bool first);
     bool WriteBag(const Record& parameter, const IParameter& value, bool first);
     bool WriteBags(const Record& parameter, const IParameter& value, bool first);
     bool WriteBagMap(const Record& parameter, const IParameter& value, bool first);
