@@ -129,6 +129,19 @@ std::optional<std::size_t> SizeByModel(std::size_t plain, Records records) {
     return size;
 }
 
+// Small numbers, lengths about the limit, and any text.
+template <class T>
+TString RecordText(Bytes& bytes) {
+    switch (bytes.Below(4)) {
+        case 0:
+            return bytes.Text(12);
+        case 1:
+            return TextOf(kExpansionBytes / sizeof(T) + 1 - bytes.Below(4));
+        default:
+            return TextOf(bytes.Raw<std::uint16_t>());
+    }
+}
+
 template <class T>
 void CheckAnyRecords(Bytes& bytes) {
     std::vector<TString> texts(bytes.Below(5), L"1");
@@ -137,7 +150,7 @@ void CheckAnyRecords(Bytes& bytes) {
         record.first = bytes.Coin() ? static_cast<int>(bytes.Below(12)) : bytes.Raw<int>();
         record.second.resize(bytes.Below(5));
         for (TString& text : record.second) {
-            text = bytes.Coin() ? TextOf(bytes.Raw<std::uint16_t>()) : bytes.Text(12);
+            text = RecordText<T>(bytes);
         }
     }
     const std::optional<std::size_t> expected = SizeByModel<T>(texts.size(), records);

@@ -9,11 +9,13 @@
 
 #include <qvpreslayer/RegistryExceptions.h>
 #include <qvpreslayer/ValParameter.h>
+#include <qvpreslayer/detail/LenientReads.h>
 
 #include "main/json/direct/DirectReading.h"
 #include "main/json/StructureFillings.h"
 
-using qvpreslayer::detail::DirectType;
+using qvpreslayer::detail::CountLenientReads;
+using qvpreslayer::detail::LenientRead;
 
 BagFilling::BagFilling(const JSONReader& reader, RefCntPtr<IParameters> bag, JSONDocument::Index object)
     : m_bag(std::move(bag)), m_members(reader.Members(object, 0)) {}
@@ -27,6 +29,9 @@ bool BagFilling::Step(JSONReader& reader) {
     }
     const JSONMember& member = m_members[m_next++];
     FindParameter(reader, member.name);
+    if (reader.IsWatched() && reader.Document()[member.value].kind != JSONKind::Null) {
+        ReportOverridden(reader);
+    }
     Apply(reader, member.value);
     return true;
 }
@@ -132,7 +137,7 @@ void BagFilling::ApplyObject(JSONReader& reader, JSONDocument::Index value) {
 void BagFilling::ReadList(JSONReader& reader, JSONDocument::Index array) {
     const JSONDocument& document = reader.Document();
     if (reader.IsWatched()) {
-        ReportList(reader, array);
+        ReportElements(reader, array);
     } else if (m_info != nullptr) {
         if (RefCntPtr<IParameter> typed = ReadListDirectly(*m_info, document, array)) {
             m_bag->SetParameter(m_id, std::move(typed));
@@ -151,7 +156,11 @@ void BagFilling::ReadList(JSONReader& reader, JSONDocument::Index array) {
         }
     }
     const RefCntPtr<IParameterSerializer> serializer(reader.Registry().GetListSerializer(m_id));
+    const std::uint64_t skippedBefore = CountLenientReads(LenientRead::SkippedRuns);
     m_bag->SetParameter(m_id, serializer->FromStringList(values, runs));
+    if (reader.IsWatched()) {
+        ReportRuns(reader, array, CountLenientReads(LenientRead::SkippedRuns) != skippedBefore);
+    }
 }
 
 const ParameterInfo& BagFilling::KnownParameter(const JSONReader& reader) const {
@@ -160,24 +169,45 @@ const ParameterInfo& BagFilling::KnownParameter(const JSONReader& reader) const 
     return info != nullptr ? *info : s_unknown;
 }
 
-// A nested list of two or three items is a run, one without items marks the end of a packed list.
-void BagFilling::ReportList(const JSONReader& reader, JSONDocument::Index array) const {
+void BagFilling::ReportElements(const JSONReader& reader, JSONDocument::Index array) const {
     const JSONDocument& document = reader.Document();
     const ParameterInfo& info = KnownParameter(reader);
-    const bool packs = info.direct.type != DirectType::Bool && info.direct.type != DirectType::String &&
-                       info.direct.type != DirectType::Text;
     std::size_t position = 0;
     for (auto element = array + 1; element != document.Next(array); element = document.Next(element), ++position) {
-        TString step;
-        AppendPath(step, position);
         if (document[element].kind != JSONKind::Array) {
+            TString step;
+            AppendPath(step, position);
             reader.ReportScalar(info, element, step);
+        }
+    }
+}
+
+// A nested list of two or three items is a run, one without items marks the end of a packed list.
+void BagFilling::ReportRuns(const JSONReader& reader, JSONDocument::Index array, bool allSkipped) const {
+    const JSONDocument& document = reader.Document();
+    std::size_t position = 0;
+    for (auto element = array + 1; element != document.Next(array); element = document.Next(element), ++position) {
+        if (document[element].kind != JSONKind::Array) {
             continue;
         }
+        TString step;
+        AppendPath(step, position);
         const std::size_t items = reader.CountElements(element);
-        if (!packs || items == 1 || items > 3) {
-            reader.Report(Leniency::SkippedRun, info.id, element, step);
+        if (allSkipped || items == 1 || items > 3) {
+            reader.Report(Leniency::SkippedRun, m_id, element, step);
+        } else {
+            reader.ReportTexts(m_id, element, step);
         }
+    }
+}
+
+// The member that was applied before under another spelling of the same name gives way to this one.
+void BagFilling::ReportOverridden(const JSONReader& reader) {
+    const auto [applied, isFirst] = m_applied.try_emplace(m_id, m_next);
+    if (!isFirst) {
+        const std::size_t current = std::exchange(m_next, std::exchange(applied->second, m_next));  // for its path
+        reader.Report(Leniency::DuplicateMember, m_id, m_members[m_next - 1].value - 1);
+        m_next = current;
     }
 }
 

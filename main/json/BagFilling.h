@@ -1,6 +1,7 @@
 // Objects of the text that become bags. Included by JSONReader.cpp and StructureFillings.cpp.
 #pragma once
 
+#include <map>
 #include <vector>
 
 #include "main/json/JSONMembers.h"
@@ -37,7 +38,9 @@ private:
     void ApplyObject(JSONReader& reader, JSONDocument::Index value);
     void ReadList(JSONReader& reader, JSONDocument::Index array);
     const ParameterInfo& KnownParameter(const JSONReader& reader) const;
-    void ReportList(const JSONReader& reader, JSONDocument::Index array) const;
+    void ReportElements(const JSONReader& reader, JSONDocument::Index array) const;
+    void ReportRuns(const JSONReader& reader, JSONDocument::Index array, bool allSkipped) const;
+    void ReportOverridden(const JSONReader& reader);
     void ReadMap(JSONReader& reader, JSONDocument::Index object);
     void ReadListForm(JSONReader& reader, JSONDocument::Index array);
     void StartNested(JSONReader& reader, JSONDocument::Index object);
@@ -46,7 +49,8 @@ private:
 
     RefCntPtr<IParameters> m_bag;
     std::vector<JSONMember> m_members;
-    std::size_t m_next = 0;  // of m_members; the one before it is being read
+    std::size_t m_next = 0;                // of m_members; the one before it is being read
+    std::map<int, std::size_t> m_applied;  // m_next by parameter, where somebody wants to know of leniencies
 
     // The parameter being read.
     const ParameterInfo* m_info = nullptr;  // null where the short way did not find it

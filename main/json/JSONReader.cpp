@@ -1,7 +1,10 @@
 #include "main/json/JSONReader.h"
 
+#include <new>
 #include <stdexcept>
 #include <string>
+
+#include <cxxabi.h>
 
 #include <qvcore/CaseConversion.h>
 #include <qvcore/TextNumbers.h>
@@ -9,9 +12,14 @@
 #include <qvpreslayer/ParameterTypeTraits.h>
 #include <qvpreslayer/PresLayerLimits.h>
 #include <qvpreslayer/PresModelBuilderSupport.h>
+#include <qvpreslayer/detail/LenientReads.h>
 
 #include "main/json/BagFilling.h"
 #include "main/json/JSONNumbers.h"
+
+using qvpreslayer::detail::CountLenientReads;
+using qvpreslayer::detail::DirectType;
+using qvpreslayer::detail::LenientRead;
 
 namespace {
 
@@ -27,6 +35,41 @@ TString RealText(std::u16string_view digits) {
     ParseDouble(digits, value);
     return ParameterTypeTraits<double>::ToText(value);
 }
+
+bool IsWrapped(std::u16string_view digits) { return digits != u"-0" && IntegerText(digits).view() != digits; }
+
+// Whether a real is another one when it arrives. Where it is too small for a double, that is one with a digit but 0.
+bool LosesDigits(std::u16string_view digits) {
+    double real = 0;
+    double arrived = 0;
+    ParseDouble(digits, real);
+    if (real == 0) {
+        return digits.find_first_of(u"123456789") < digits.find_first_of(u"eE");
+    }
+    return !ParseDouble(RealText(digits), arrived) || arrived != real;
+}
+
+// Whether a serializer has let something pass that it counts.
+class Probe {
+public:
+    // Reads text and forgets the value; what fails is told when it is read in earnest.
+    Probe(const IParameterSerializer& serializer, const TString& text) {
+        try {
+            serializer.FromString(text);
+        } catch (const abi::__forced_unwind&) {
+            throw;  // the thread is being cancelled
+        } catch (const std::bad_alloc&) {
+            throw;  // nobody knows what would have been let pass
+        } catch (...) {
+        }
+    }
+
+    bool Met(LenientRead read) const { return CountLenientReads(read) != m_before[static_cast<int>(read)]; }
+
+private:
+    std::uint64_t m_before[2] = {CountLenientReads(LenientRead::UnknownName),
+                                 CountLenientReads(LenientRead::WrappedInteger)};
+};
 
 }  // namespace
 
@@ -82,19 +125,49 @@ void JSONReader::Report(Leniency leniency, int id, JSONDocument::Index node, con
 }
 
 void JSONReader::ReportScalar(const ParameterInfo& info, JSONDocument::Index node, const TString& step) const {
-    const std::u16string_view text = m_document.Text(node);
-    const JSONKind kind = m_document[node].kind;
-    double real = 0;
-    double arrived = 0;
-    if (kind == JSONKind::Integer && text != u"-0" && TString::number(TravellingInteger(text)).view() != text) {
-        Report(Leniency::WrappedInteger, info.id, node, step);
-    } else if (kind == JSONKind::Real && ParseDouble(text, real) &&
-               (!ParseDouble(RealText(text), arrived) || arrived != real)) {
-        Report(Leniency::LostDigits, info.id, node, step);
+    const bool told = ReportText(info.id, node, step);
+    const bool isPlain = info.direct.type != DirectType::None && info.direct.type != DirectType::Text;
+    if (told || isPlain || !info.serializer) {
+        return;
     }
-    const qvpreslayer::detail::DirectTextType* const type = info.direct.text;
-    if (type != nullptr && type->isName != nullptr && !type->isName(ScalarText(node))) {
+    const Probe probe(*info.serializer, ScalarText(node));
+    if (probe.Met(LenientRead::UnknownName)) {
         Report(Leniency::UnknownName, info.id, node, step);
+    } else if (probe.Met(LenientRead::WrappedInteger)) {
+        Report(Leniency::WrappedInteger, info.id, node, step);
+    }
+}
+
+void JSONReader::ReportTexts(int id, JSONDocument::Index array, const TString& step) const {
+    std::size_t position = 0;
+    for (auto element = array + 1; element != m_document.Next(array); element = m_document.Next(element), ++position) {
+        TString inner = step;
+        AppendPath(inner, position);
+        ReportText(id, element, inner);
+    }
+}
+
+// Answers whether there was something to tell.
+bool JSONReader::ReportText(int id, JSONDocument::Index node, const TString& step) const {
+    switch (m_document[node].kind) {
+        case JSONKind::String:
+        case JSONKind::Bool:
+            return false;
+        case JSONKind::Integer:
+            if (!IsWrapped(m_document.Text(node))) {
+                return false;
+            }
+            Report(Leniency::WrappedInteger, id, node, step);
+            return true;
+        case JSONKind::Real:
+            if (!LosesDigits(m_document.Text(node))) {
+                return false;
+            }
+            Report(Leniency::LostDigits, id, node, step);
+            return true;
+        default:
+            Report(Leniency::IgnoredValue, id, node, step);
+            return true;
     }
 }
 

@@ -81,8 +81,11 @@ public:
     // Requires: IsWatched().
     void Report(Leniency leniency, int id, JSONDocument::Index node, const TString& step = {}) const;
 
-    // What ScalarText, called for a value of info, changes or lets pass.
+    // What becomes of a value as ScalarText makes it a text, and as the serializer of info then takes that.
     void ReportScalar(const ParameterInfo& info, JSONDocument::Index node, const TString& step = {}) const;
+
+    // What becomes of the elements of an array as ScalarTexts makes them texts.
+    void ReportTexts(int id, JSONDocument::Index array, const TString& step = {}) const;
 
     // The members of an object; those that do not count are reported.
     std::vector<JSONMember> Members(JSONDocument::Index object, int id) const;
@@ -91,6 +94,7 @@ public:
     void PrepareElement(int id, const RefCntPtr<IParameters>& elementBag) const;
 
 private:
+    bool ReportText(int id, JSONDocument::Index node, const TString& step) const;
     TextLocation Locate() const;
     void ReportTextAfterValue() const;
 

@@ -9,6 +9,9 @@
 namespace {
 
 void StoreTexts(JSONReader& reader, IParameters& bag, int id, JSONDocument::Index array) {
+    if (reader.IsWatched()) {
+        reader.ReportTexts(id, array);
+    }
     bag.SetParameter(id, MakeRefCnt<ValParameter<std::vector<TString>>>(reader.ScalarTexts(array)));
 }
 

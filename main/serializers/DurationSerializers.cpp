@@ -1,4 +1,5 @@
 #include <qvpreslayer/ParameterTypeSerializer.h>
+#include <qvpreslayer/detail/LenientReads.h>
 
 #include <qvsys/QuorvelException.h>
 
@@ -18,7 +19,11 @@ T DurationTraits<T>::FromText(const TString& text) {
         throw QuorvelException(u"Data serialization error");
     }
     // Narrower counts keep the low bits; a check would refuse texts that have always been read.
-    return T(static_cast<typename T::rep>(ticks));
+    const T value(static_cast<typename T::rep>(ticks));
+    if (value.count() != ticks) {
+        NoteLenientRead(LenientRead::WrappedInteger);
+    }
+    return value;
 }
 
 template struct DurationTraits<HoursDuration>;

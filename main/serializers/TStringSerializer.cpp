@@ -3,6 +3,7 @@
 #include <qvpreslayer/ParameterAccess.h>
 #include <qvpreslayer/SerializeStructure.h>
 #include <qvpreslayer/StructureScopes.h>
+#include <qvpreslayer/detail/LenientReads.h>
 
 IParameterSerializer::~IParameterSerializer() = default;
 
@@ -25,7 +26,10 @@ std::vector<TString> TStringSerializer::ToStringList(RefCntPtr<const IParameter>
 }
 
 RefCntPtr<IParameter> TStringSerializer::FromStringList(
-    const std::vector<TString>& values, const std::vector<std::pair<int, std::vector<TString>>>&) const {
+    const std::vector<TString>& values, const std::vector<std::pair<int, std::vector<TString>>>& runs) const {
+    if (!runs.empty()) {
+        qvpreslayer::detail::NoteLenientRead(qvpreslayer::detail::LenientRead::SkippedRuns);
+    }
     return MakeRefCnt<ValParameter<std::vector<TString>>>(values);
 }
 

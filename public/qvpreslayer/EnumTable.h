@@ -34,6 +34,7 @@
 #include <qvpreslayer/Export.h>
 #include <qvpreslayer/ParameterTypeSerializer.h>
 #include <qvpreslayer/ParameterTypeTraits.h>
+#include <qvpreslayer/detail/LenientReads.h>
 
 // A line of a table: an enumerator and the text that it travels as.
 template <class E>
@@ -190,11 +191,6 @@ struct EnumTraits : ParameterTypeTraitsBase {
         return line == nullptr ? std::u16string_view() : line->name;
     }
 
-    // Whether the table has the name.
-    static bool IsName(std::u16string_view name) {
-        return qvpreslayer::detail::FindByName(Names, kSlots, name) != nullptr;
-    }
-
     static Enum FromText(const TString& text) { return FromName(text); }
     static Enum FromName(std::u16string_view name) { return Lookup(name, qvpreslayer::detail::UnknownName::IsDefault); }
 
@@ -207,6 +203,7 @@ struct EnumTraits : ParameterTypeTraitsBase {
         if (unknown == qvpreslayer::detail::UnknownName::IsError) {
             qvpreslayer::detail::ThrowUnknownEnumValue();
         }
+        qvpreslayer::detail::NoteLenientRead(qvpreslayer::detail::LenientRead::UnknownName);
         return kDefault;
     }
 };

@@ -9,12 +9,13 @@
 // A leniency of the reader that made something other than the text says, or dropped something.
 enum class Leniency {
     UnknownName,      // a text that is no name of the enumeration became its default
-    DuplicateMember,  // a member stands again later, under the same name; the later one counts
-    WrappedInteger,   // an integer does not keep its value when it travels (see docs/json.md)
+    DuplicateMember,  // a member stands again under the same name, or another spelling of it; the later one counts
+    WrappedInteger,   // an integer, or a count of hours or minutes, keeps its low bits only (see docs/json.md)
     SkippedRun,       // a nested list is no run, or stands in a list that is not packed
     NullMember,       // a member that is null is passed over
-    LostDigits,       // a real holds more digits than come through
-    IgnoredValue,     // an array for a structure that is not in list form
+    LostDigits,       // a real, as a double, is another one when it arrives
+    IgnoredValue,     // an array for a structure that is not in list form; null, an object or an array in place of an
+                      // element's text, which is then empty
     TextAfterValue,   // something other than blanks and comments follows the value
 };
 

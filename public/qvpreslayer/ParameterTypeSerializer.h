@@ -14,6 +14,7 @@
 #include <qvpreslayer/ParameterTypeTraits.h>
 #include <qvpreslayer/SerializeStructure.h>
 #include <qvpreslayer/StructureScopes.h>
+#include <qvpreslayer/detail/LenientReads.h>
 
 // Converts ValParameter<T>, ValParameter<std::vector<T>> and ValParameter<std::map<TString, T>>.
 //
@@ -54,6 +55,8 @@ public:
         }
         if constexpr (Traits::kPacksRuns) {
             DataSerializerHelpers::DeserializeRLE(result, runs);
+        } else if (!runs.empty()) {
+            qvpreslayer::detail::NoteLenientRead(qvpreslayer::detail::LenientRead::SkippedRuns);
         }
         return MakeRefCnt<ValParameter<std::vector<T>>>(std::move(result));
     }

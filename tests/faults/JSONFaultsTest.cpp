@@ -1,6 +1,8 @@
 // Writing and reading JSON without memory: it is never mistaken for a text that is not JSON, and nothing is lost.
 #include <qvpreslayer/JSONSerializer.h>
 
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "faults/Subjects.h"
@@ -103,6 +105,38 @@ TEST(Faults, ReadingJSON) {
         {"maps in maps", Strong, [] { return Reading(Nested(kNestedForms[3], 100)); }},
         {"names that come twice", Strong, [] { return Reading(L"{\"n\":1,\"c\":\"x\",\"n\":2,\"aB\":3}"); }},
         {"escaped names", Strong, [] { return Reading(L"{\"m\\u0061xCount\":1,\"myM\\u0061p\":{\"\\u0061\":1}}"); }},
+    });
+}
+
+// Nothing is let pass unsaid for want of memory: of the text with every construct the null and the nested list among
+// its texts are told, or the reading fails.
+TEST(Faults, ReadingJSONWithDiagnostics) {
+    class Counter final : public IReadingDiagnostics {
+    public:
+        void Report(Leniency, int, const TextLocation&) override { ++count; }
+        int count = 0;
+    };
+    const auto watch = [](const TString& json, int expected) {
+        return Nothing([json, expected] {
+            Counter notes;
+            JSONSerializer reader(L"view");
+            reader.SetDiagnostics(&notes);
+            reader.ToParameters(json);
+            if (notes.count != expected) {
+                throw std::logic_error("told " + std::to_string(notes.count));
+            }
+        });
+    };
+    const FilledRegistry registry;
+    CheckUnderFaults({
+        {"every kind, watched", Strong, [&] { return watch(kEveryKind, 2); }},
+        {"leniencies, watched", Strong,
+         [&] {
+             return watch(
+                 LR"({"max-count":1,"maxCount":2,"big":4294967296,"real":0.123456789012345678,"n":null,)"
+                 LR"("n":null,"hours":"4294967297","bigList":[[5000000000,4],[]]} behind)",
+                 8);
+         }},
     });
 }
 

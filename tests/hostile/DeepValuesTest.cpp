@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "hostile/NestedForms.h"
 #include "support/Confined.h"
@@ -103,9 +104,12 @@ TEST(DeepValues, TuplesInTheDeepestBag) {
 }
 
 TEST(DeepValues, AMillionTuplesAreComparedHashedAndFreed) {
-    EXPECT_EQ("done", OutcomeConfined([] {
-                  const DataValue value = typed::Nested(kMillion);
-                  const DataValue same = typed::Nested(kMillion);
+    // Made outside: it is what becomes of them that is confined.
+    DataValue one = typed::Nested(kMillion);
+    DataValue other = typed::Nested(kMillion);
+    EXPECT_EQ("done", OutcomeConfined([&] {
+                  const DataValue value = std::move(one);
+                  const DataValue same = std::move(other);
                   const DataValue longer = typed::TupleOf({same});
                   Require(value == same && value.GetHash() == same.GetHash(), "not equal");
                   Require(value != longer && (value <=> longer) != 0, "equal");

@@ -69,9 +69,6 @@ struct DirectTextType {
     std::size_t (*listSize)(const IParameter& value);
     std::u16string_view (*elementText)(const IParameter& list, std::size_t position, TextScratch& scratch);
 
-    // Whether a text is the name of a value, for enumerations, which read others as a default; null for other types.
-    bool (*isName)(std::u16string_view text);
-
     // A single value, or a list, from texts; empty when one does not fit.
     RefCntPtr<IParameter> (*fromText)(std::u16string_view text);
     RefCntPtr<IParameter> (*fromTexts)(ITextSource& texts);

@@ -119,15 +119,7 @@ struct DirectTextOperations {
         return MakeRefCnt<ValParameter<std::vector<T>>>(std::move(values));
     }
 
-    static constexpr bool (*GetIsName())(std::u16string_view) {
-        if constexpr (TableEnum<T>) {
-            return &ParameterTypeTraits<T>::IsName;
-        } else {
-            return nullptr;
-        }
-    }
-
-    static constexpr DirectTextType kTable{&ValueText, &ListSize, &ElementText, GetIsName(), &FromText, &FromTexts};
+    static constexpr DirectTextType kTable{&ValueText, &ListSize, &ElementText, &FromText, &FromTexts};
 };
 
 template <class T>

@@ -59,10 +59,6 @@ std::string RoundedMessage(std::u16string_view digits) {
            ": reals keep 14 digits behind the point";
 }
 
-bool Wraps(std::u16string_view digits) {
-    return digits != u"-0" && TString::number(TravellingInteger(digits)).view() != digits;
-}
-
 const ValueType* TypeOf(const TextNode& node) { return node.declaration == nullptr ? nullptr : node.declaration->type; }
 
 // The innermost node around a place.
@@ -88,16 +84,6 @@ char16_t UnitOf(std::u16string_view digits) {
     return static_cast<char16_t>(unit);
 }
 
-// Of hours and minutes only 32 bits are kept; in quotes they arrive whole, so that the reader does not know.
-bool LosesTicks(const ValueType& type, std::u16string_view ticks) {
-    if (type.name != u"hours" && type.name != u"minutes") {
-        return false;
-    }
-    bool ok = false;
-    const Int64 count = TString(ticks).toLongLong(&ok);
-    return ok && count != static_cast<Int64>(static_cast<std::int32_t>(count));
-}
-
 // The reader's notes in words.
 class NoteWords {
 public:
@@ -110,9 +96,11 @@ public:
             case Leniency::UnknownName:
                 return {{"unknown-value", UnknownValue(m_text[node], m_document.Text(value))}};
             case Leniency::DuplicateMember:
-                return {{"duplicate", "the name comes again in the same object; only the last one is read"}};
+                return {{"duplicate", "the name comes again in the same object; this one is not read"}};
             case Leniency::WrappedInteger:
-                return {{"wraps", WrappedMessage(m_document.Text(value))}};
+                return {{"wraps", m_document[value].kind == JSONKind::String
+                                      ? "hours and minutes keep the low 32 bits of their number"
+                                      : WrappedMessage(m_document.Text(value))}};
             case Leniency::SkippedRun:
                 return {{"run-skipped", SkippedRun(value)}};
             case Leniency::NullMember:
@@ -120,13 +108,21 @@ public:
             case Leniency::LostDigits:
                 return {{"rounded", RoundedMessage(m_document.Text(value))}};
             case Leniency::IgnoredValue:
-                return {{"passed-over", "an array stands where an object is expected and is passed over"}};
+                return Ignored(m_text[node], m_document[value].kind);
             default:
                 return std::nullopt;
         }
     }
 
 private:
+    // In place of the text of an element or entry, or of a structure.
+    static std::pair<std::string, std::string> Ignored(const TextNode& node, JSONKind kind) {
+        if (node.info != nullptr && (node.info->kind == PTC_List || node.info->kind == PTC_Map)) {
+            return {"empty-text", std::string(KindName(kind)) + " counts as the empty text"};
+        }
+        return {"passed-over", "an array stands where an object is expected and is passed over"};
+    }
+
     static std::string UnknownValue(const TextNode& node, std::u16string_view value) {
         const ValueType* type = TypeOf(node);
         if (type == nullptr || type->form != TextForm::Enumeration) {
@@ -157,9 +153,6 @@ public:
 
     void Look() {
         const auto& nodes = m_text.Nodes();
-        if (m_text.KindOf(0) == JSONKind::Object) {
-            LookAtTwins(0);
-        }
         for (Node node = 1; node < nodes.size();) {
             // What is not read has no leniencies.
             const bool isRead =
@@ -182,10 +175,7 @@ private:
         if (it.role == Role::Parameter) {
             LookAtParameter(node);
         } else if (it.role == Role::Entry && it.info->kind == PTC_Map) {
-            LookAtValue(node, it.value, true, false);
-        }
-        if (it.end > node + 1u) {
-            LookAtTwins(node);
+            LookAtValue(node, it.value, false);
         }
     }
 
@@ -199,14 +189,10 @@ private:
         if (it.info->kind == PTC_List && m_text.KindOf(node) == JSONKind::Array) {
             for (Index element = it.value + 1; element != m_document.Next(it.value);
                  element = m_document.Next(element)) {
-                if (m_document[element].kind == JSONKind::Array) {
-                    LookAtRun(node, element);
-                } else {
-                    LookAtValue(node, element, true, true);
-                }
+                LookAtValue(node, element, true);
             }
         } else if (it.info->serializer) {
-            LookAtValue(node, it.value, false, false);
+            LookAtValue(node, it.value, false);
         }
     }
 
@@ -224,16 +210,12 @@ private:
         }
     }
 
-    // isElement: of a list or a map, where everything has a text.
-    void LookAtValue(Node node, Index value, bool isElement, bool inList) {
+    void LookAtValue(Node node, Index value, bool inList) {
         const TextNode& owner = m_text[node];
         const ParameterTypeCategory expected = owner.info->serializer ? owner.info->serializer->GetType() : PTC_None;
         const JSONKind kind = m_document[value].kind;
         const std::size_t offset = OffsetOf(m_document, value);
         if (kind == JSONKind::Null || JSONDocument::IsContainer(kind)) {
-            if (isElement) {
-                Add(offset, node, inList, "empty-text", std::string(KindName(kind)) + " counts as the empty text");
-            }
             return;
         }
         const bool isText = kind == JSONKind::String;
@@ -246,41 +228,6 @@ private:
         if (type != nullptr && type->form == TextForm::Password && isText &&
             m_document.Text(value) == PasswordString::s_Mask.view()) {
             Add(offset, node, inList, "mask", "the mask of a password is read as a password of eight asterisks");
-        }
-        if (type != nullptr && isText && LosesTicks(*type, m_document.Text(value))) {
-            Add(offset, node, inList, "wraps", "hours and minutes keep the low 32 bits of their number");
-        }
-    }
-
-    // The numbers of a run travel as all others do.
-    void LookAtRun(Node node, Index run) {
-        for (Index item = run + 1; item != m_document.Next(run); item = m_document.Next(item)) {
-            if (m_document[item].kind == JSONKind::Integer && Wraps(m_document.Text(item))) {
-                Add(OffsetOf(m_document, run), node, true, "wraps", WrappedMessage(m_document.Text(item)));
-                return;
-            }
-        }
-    }
-
-    // Two spellings of one name, such as mark-sizes and markSizes.
-    void LookAtTwins(Node object) {
-        std::map<int, Node> byId;  // what is read so far
-        for (const Node child : m_text.Children(object)) {
-            const TextNode& it = m_text[child];
-            if (it.role != Role::Parameter || it.overridden) {
-                continue;
-            }
-            const auto [twin, added] = byId.try_emplace(it.info->id, child);
-            if (added) {
-                continue;
-            }
-            const Node other = twin->second;
-            const Node read = it.name > m_text[other].name ? child : other;
-            const Node passedOver = read == child ? other : child;
-            twin->second = read;
-            Add(m_text[passedOver].begin, passedOver, false, "duplicate",
-                "the name comes again in the same object as " + Quoted(ToUtf8(m_text[read].name)) +
-                    ", which is read in its place");
         }
     }
 
