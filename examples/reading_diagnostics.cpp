@@ -38,8 +38,7 @@ void RegisterChartParameters(AbstractParamAdder& adder) {
     adder.AddSimple(kTotalCents, L"total-cents", L"tc", new ParameterTypeSerializer<Int64>);
 }
 
-// Keeps what it is told. Reading makes objects one after the other, so that what is told need not come in the order of
-// the text.
+// Keeps what it is told. Members are read in the order of their names, so that it need not come in that of the text.
 class Warnings final : public IReadingDiagnostics {
 public:
     void Report(Leniency leniency, int, const TextLocation& place) override { m_warnings.push_back({leniency, place}); }

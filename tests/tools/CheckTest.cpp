@@ -248,6 +248,14 @@ TEST_F(CheckTest, OneFindingForEachSortInAList) {
     EXPECT_NE(finding.message.find("(the first of 3 such elements)"), std::string::npos);
 }
 
+TEST_F(CheckTest, ElementsAreTheOnesThatAreMeant) {
+    EXPECT_EQ(Only(R"({"days": [1, [7000000000, 4], 2]})", true).path, "/days/1") << "inside a run";
+    EXPECT_EQ(Only(R"({"days": [[0, 4], [1, 4, 7000000000]]})", true).path, "/days/1") << "the last item of the last";
+    const CheckFinding text = Only(R"({"dateRange": ["2024-01-01", null]})", true);
+    EXPECT_EQ(text.code, "empty-text");
+    EXPECT_EQ(text.path, "/dateRange/1");
+}
+
 TEST_F(CheckTest, RealsThatLoseDigits) {
     EXPECT_THAT(Codes(R"({"markSizes": [0.1, 0.5e-3, 1e300, 1.00000000000001]})"), ElementsAre());
     EXPECT_EQ(Only(R"({"marks": [{"xValue": 1e-20}]})", true).message,
@@ -315,14 +323,14 @@ TEST_F(CheckTest, BytesThatAreNotUTF8) {
 
 namespace {
 
-// The leniencies of a text of these parameters: the code and the path of each.
+// The leniencies of a text of these parameters: code, path and message of each.
 std::vector<std::string> LenienciesOf(const std::string& json, const std::string& parameters) {
     const qvpres::LoadedVocabulary loaded(qvpres::Vocabulary::FromText(ViewText(parameters), "view.json"));
     CheckOptions options;
     options.strict = true;
     std::vector<std::string> found;
     for (const CheckFinding& finding : Check(json, loaded, L"view", options).findings) {
-        found.push_back(finding.code + " " + finding.path);
+        found.push_back(finding.code + " " + finding.path + ": " + finding.message);
     }
     return found;
 }
@@ -331,13 +339,17 @@ std::vector<std::string> LenienciesOf(const std::string& json, const std::string
 
 TEST(CheckLeniencies, AnArrayForAStructureWithoutAFormOfAList) {
     EXPECT_THAT(LenienciesOf(R"({"place": ["a"]})", R"({"id": 1001, "name": "place", "kind": "structure"})"),
-                ElementsAre("passed-over /place"));
+                ElementsAre("passed-over /place: an array stands where an object is expected and is passed over"));
 }
 
 TEST(CheckLeniencies, HoursAndMinutesKeep32Bits) {
+    const std::string lost = ": hours and minutes keep the low 32 bits of their number";
     EXPECT_THAT(LenienciesOf(R"({"open": "4294967297", "steps": ["2147483647", "-2147483649"], "ticks": "4294967297"})",
                              R"({"id": 1001, "name": "open", "type": "hours"},
                                 {"id": 1002, "name": "steps", "kind": "list", "type": "minutes"},
                                 {"id": 1003, "name": "ticks", "type": "nanoseconds"})"),
-                ElementsAre("wraps /open", "wraps /steps/1"));
+                ElementsAre("wraps /open" + lost, "wraps /steps/1" + lost));
+    // This number arrives whole, as no text does that is a number.
+    EXPECT_THAT(LenienciesOf(R"({"open": 4294967295})", R"({"id": 1001, "name": "open", "type": "hours"})"),
+                ElementsAre("wraps /open" + lost, "other-kind /open: a number stands where a text is expected"));
 }

@@ -1,7 +1,6 @@
 #include "tools/qvpres/check/Leniencies.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <map>
 #include <optional>
 #include <utility>
@@ -98,9 +97,7 @@ public:
             case Leniency::DuplicateMember:
                 return {{"duplicate", "the name comes again in the same object; this one is not read"}};
             case Leniency::WrappedInteger:
-                return {{"wraps", m_document[value].kind == JSONKind::String
-                                      ? "hours and minutes keep the low 32 bits of their number"
-                                      : WrappedMessage(m_document.Text(value))}};
+                return {{"wraps", Wrapped(m_text[node], m_document.Text(value))}};
             case Leniency::SkippedRun:
                 return {{"run-skipped", SkippedRun(value)}};
             case Leniency::NullMember:
@@ -108,19 +105,28 @@ public:
             case Leniency::LostDigits:
                 return {{"rounded", RoundedMessage(m_document.Text(value))}};
             case Leniency::IgnoredValue:
-                return Ignored(m_text[node], m_document[value].kind);
+                return Ignored(node, value);
             default:
                 return std::nullopt;
         }
     }
 
 private:
-    // In place of the text of an element or entry, or of a structure.
-    static std::pair<std::string, std::string> Ignored(const TextNode& node, JSONKind kind) {
-        if (node.info != nullptr && (node.info->kind == PTC_List || node.info->kind == PTC_Map)) {
-            return {"empty-text", std::string(KindName(kind)) + " counts as the empty text"};
+    // An array in place of a structure; or what has no text, in place of an element or entry.
+    std::pair<std::string, std::string> Ignored(Node node, Index value) const {
+        const TextNode& it = m_text[node];
+        if (value == it.value && it.role == Role::Parameter) {
+            return {"passed-over", "an array stands where an object is expected and is passed over"};
         }
-        return {"passed-over", "an array stands where an object is expected and is passed over"};
+        return {"empty-text", std::string(KindName(m_document[value].kind)) + " counts as the empty text"};
+    }
+
+    // Counts of hours and minutes keep 32 bits also where the number itself arrives.
+    static std::string Wrapped(const TextNode& node, std::u16string_view digits) {
+        const ValueType* type = TypeOf(node);
+        return type != nullptr && type->form == TextForm::Duration
+                   ? "hours and minutes keep the low 32 bits of their number"
+                   : WrappedMessage(digits);
     }
 
     static std::string UnknownValue(const TextNode& node, std::u16string_view value) {
@@ -274,10 +280,13 @@ private:
     std::vector<Raw>& m_raws;
 };
 
+// The step to the element that a place lies in.
 std::string PositionIn(const ParameterText& text, Node list, std::size_t offset) {
     const JSONDocument& document = text.Document();
+    const Index behind = document.Next(text[list].value);
     std::size_t position = 0;
-    for (Index element = text[list].value + 1; OffsetOf(document, element) < offset; element = document.Next(element)) {
+    for (Index next = document.Next(text[list].value + 1); next != behind && OffsetOf(document, next) <= offset;
+         next = document.Next(next)) {
         ++position;
     }
     return "/" + std::to_string(position);
@@ -324,10 +333,8 @@ void AddLeniencies(const ParameterText& text, const std::vector<ReadingNote>& no
             node = NodeAt(text, note.offset);
         }
         if (auto told = words.Describe(note, node)) {
-            const TextNode& it = text[node];
-            const bool inList = it.role == Role::Parameter && it.info->kind == PTC_List &&
-                                text.KindOf(node) == JSONKind::Array &&
-                                note.offset > OffsetOf(text.Document(), it.value);
+            const bool inList =
+                text.KindOf(node) == JSONKind::Array && note.offset > OffsetOf(text.Document(), text[node].value);
             raws.push_back({note.offset, node, inList, std::move(told->first), std::move(told->second)});
         }
     }
