@@ -2,7 +2,7 @@
 #
 #   runtime      the libraries under their sonames
 #   development  headers, link names, package files of CMake and pkg-config, gdb printers, documents, examples
-#   tools        programs and their manual pages; those who build one add it to this component
+#   tools        programs with their manuals and completions, and the schema of vocabulary files; tools/ adds them
 #
 # Nothing that is installed names the prefix, so that the tree may be moved; only gdb, which finds printers by the path
 # of a library, has to be told (docs/guide.md).
@@ -86,7 +86,6 @@ install(
     FILES_MATCHING
     PATTERN "*.md"
     PATTERN "*.svg"
-    PATTERN "man" EXCLUDE
     PATTERN "site" EXCLUDE)
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(
@@ -95,9 +94,7 @@ install(
     COMPONENT development
     FILES_MATCHING
     PATTERN "*.cpp"
-    PATTERN "*.h")
-
-file(GLOB manual_pages CONFIGURE_DEPENDS docs/man/*.1)
-if(manual_pages)
-    install(FILES ${manual_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
-endif()
+    PATTERN "*.h"
+    PATTERN "*.json"
+    PATTERN "*.csv"
+    PATTERN "SOURCES.md")

@@ -15,8 +15,8 @@ SOURCE = Path("docs/site")
 
 # The order of the pages; others in docs/ follow, and then what lies in the top folder.
 FIRST = (
-    "index", "tutorial", "guide", "concepts", "json", "text-formats", "enumerations", "comparison", "performance",
-    "reliability",
+    "index", "tutorial", "guide", "concepts", "qvpres", "vocabulary", "json", "text-formats", "enumerations",
+    "comparison", "performance", "reliability",
 )
 TOP = ("CONTRIBUTING", "CHANGELOG")
 NAMES = {"index": "overview", "json": "JSON", "CONTRIBUTING": "contributing", "CHANGELOG": "changes"}

@@ -51,10 +51,12 @@ void EagerParametersNamespace::CheckRange(int pid) const {
 
 ParameterInfo& EagerParametersNamespace::Record(int pid, const TString& verboseName, const TString& shortName,
                                                 ParameterTypeCategory kind) {
-    ParameterInfo*& record = m_recordsById[pid];
+    ParameterInfo* record = m_recordsById.Find(pid);
     if (record == nullptr) {
+        m_recordsById.ReserveOne();
         record = &m_records.emplace_back();
         record->id = pid;
+        m_recordsById.Insert(pid, record);
     }
     record->kind = kind;
     record->verboseName = verboseName;
@@ -69,11 +71,6 @@ ParameterInfo& EagerParametersNamespace::Record(int pid, const TString& verboseN
         m_idsByShortName.insert_or_assign(shortName, pid);
     }
     return *record;
-}
-
-const ParameterInfo* EagerParametersNamespace::Find(int id) const noexcept {
-    const auto record = m_recordsById.find(id);
-    return record == m_recordsById.end() ? nullptr : record->second;
 }
 
 int EagerParametersNamespace::FindID(const TString& name, bool verbose) const noexcept {
@@ -125,6 +122,11 @@ void EagerParametersNamespace::MakeDirectRecords() {
     m_directRecords.reserve(records.size() + 1);
     for (ParameterInfo* record : records) {
         record->direct.record = &m_directRecords.emplace_back(MakeDirectRecord(*record));
+    }
+    if (!records.empty()) {
+        m_firstRecordId = records.front()->id;
+        const auto span = static_cast<std::uint32_t>(records.back()->id) - static_cast<std::uint32_t>(m_firstRecordId);
+        m_gapless = std::size_t{span} + 1 == records.size() ? records.size() : 0;
     }
     m_directRecords.emplace_back();
 }

@@ -1,6 +1,8 @@
 // The tables of one namespace. Included by ParametersNamespace.h and ParamAdder.h.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <span>
 #include <vector>
@@ -15,6 +17,7 @@
 #include <qvpreslayer/ParametersRegistry.h>
 #include <qvpreslayer/detail/DirectText.h>
 
+#include "main/command/IdTable.h"
 #include "main/command/NameHash.h"
 
 // One record for each identifier holds its names, kind and serializer, so that a lookup needs one table; names lead to
@@ -38,7 +41,13 @@ public:
                       RefCntPtr<IStructureSerializer> serializer, ParameterTypeCategory kind);
 
     // The record of an identifier, or null.
-    const ParameterInfo* Find(int id) const noexcept;
+    const ParameterInfo* Find(int id) const noexcept {
+        const std::size_t position = static_cast<std::uint32_t>(id) - static_cast<std::uint32_t>(m_firstRecordId);
+        if (position < m_gapless) {
+            return m_directRecords[position].info;
+        }
+        return m_recordsById.Find(id);
+    }
 
     // The identifier of a verbose or short name; 0 when there is none.
     int FindID(const TString& name, bool verbose) const noexcept;
@@ -66,11 +75,13 @@ private:
     ParameterInfo& Record(int pid, const TString& verboseName, const TString& shortName, ParameterTypeCategory kind);
 
     std::deque<ParameterInfo> m_records;                             // in order of adding
-    boost::unordered_flat_map<int, ParameterInfo*> m_recordsById;    // into m_records
+    IdTable<ParameterInfo> m_recordsById;                            // into m_records
     std::vector<qvpreslayer::detail::DirectRecord> m_directRecords;  // with the one behind the last; empty until made
     NameTable m_idsByVerboseName;
     NameTable m_idsByShortName;
     NameTable m_idsByCamelName;  // only names that the camel-case form leads back to
+    int m_firstRecordId = 0;     // of m_directRecords
+    std::size_t m_gapless = 0;   // so many records follow each other without a gap: all of them, or 0
     int m_firstId;
     int m_lastId;
 };

@@ -25,16 +25,25 @@ ParameterTable::ParameterTable(ParameterTable&& other) noexcept : ParameterTable
 
 ParameterTable::~ParameterTable() { RemoveArray(); }
 
-IParameter* ParameterTable::Find(int id) const noexcept {
+IParameter* ParameterTable::Search(int id) const noexcept {
     if (m_tree) [[unlikely]] {
         const auto node = m_tree->find(id);
         return node == m_tree->end() ? nullptr : node->second.Get();
     }
-    const Entry* entry = LowerBound(id);
-    return entry != end() && entry->id == id ? entry->value.Get() : nullptr;
+    if (m_size == 0) {
+        return nullptr;
+    }
+    // The last entry that is not behind id, by halving without a branch that depends on what is found.
+    const Entry* entry = m_entries;
+    for (std::size_t count = m_size; count > 1;) {
+        const std::size_t half = count / 2;
+        entry = entry[half].id <= id ? entry + half : entry;
+        count -= half;
+    }
+    return entry->id == id ? entry->value.Get() : nullptr;
 }
 
-void ParameterTable::Set(int id, Value value) {
+void ParameterTable::SetElsewhere(int id, Value value) {
     if (m_tree) [[unlikely]] {
         m_tree->insert_or_assign(id, std::move(value));
         return;

@@ -2,8 +2,6 @@
 #include <qvpreslayer/IParameter.h>
 #include <qvpreslayer/ValParameter.h>
 
-IParameter::~IParameter() = default;
-
 RefCntPtr<const PresentationModel> IParameter::GetPresentationModel() const { return {}; }
 
 bool IParameter::IsNull() const { return false; }

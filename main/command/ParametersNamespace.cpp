@@ -34,13 +34,6 @@ void ParametersNamespace::AddPart(RegistrationFunction fill, int firstId, int la
     m_functions.push_back(std::move(fill));
 }
 
-const EagerParametersNamespace& ParametersNamespace::Filled() {
-    if (m_needInit.load(std::memory_order_acquire)) [[unlikely]] {
-        Fill();
-    }
-    return m_namespace;
-}
-
 void ParametersNamespace::Fill() {
     const std::lock_guard<TRecursiveMutex> lock(m_mutex);
     // Without the mark, a function that looks into its own namespace would start the filling again, and so for ever.

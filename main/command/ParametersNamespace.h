@@ -24,7 +24,12 @@ public:
     // The tables, filled. Runs the registration functions, in order, if they have not run. What one throws passes, and
     // the next call runs them all again. A registration function that looks into its own namespace sees what has been
     // added so far.
-    const EagerParametersNamespace& Filled();
+    const EagerParametersNamespace& Filled() {
+        if (m_needInit.load(std::memory_order_acquire)) [[unlikely]] {
+            Fill();
+        }
+        return m_namespace;
+    }
 
     // The same where they are filled already, else null.
     const EagerParametersNamespace* FindFilled() const noexcept {

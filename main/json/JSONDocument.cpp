@@ -56,11 +56,25 @@ std::size_t JSONDocument::FindTextAfterValue() const {
     return JSONParser(m_text, none).FindTextAfter(m_end);
 }
 
-TextLocation JSONDocument::LocateOffset(std::size_t offset) const { return LocateUnit(m_text, offset); }
+TextLocation JSONDocument::LocateOffset(std::size_t offset) const {
+    if (m_lineStarts.empty()) {
+        m_lineStarts.push_back(0);
+        for (std::size_t end = m_text.find(u'\n'); end != std::u16string_view::npos;
+             end = m_text.find(u'\n', end + 1)) {
+            m_lineStarts.push_back(end + 1);
+        }
+    }
+    const auto next = std::upper_bound(m_lineStarts.begin(), m_lineStarts.end(), offset);
+    TextLocation location;
+    location.line = static_cast<std::size_t>(next - m_lineStarts.begin());
+    location.column = offset - *(next - 1) + 1;
+    location.offset = offset;
+    return location;
+}
 
 TextLocation JSONDocument::Locate(Index node) const {
     const JSONNode& token = m_nodes[node];
-    return LocateUnit(m_text, token.kind == JSONKind::String ? token.begin - 1 : token.begin);
+    return LocateOffset(token.kind == JSONKind::String ? token.begin - 1 : token.begin);
 }
 
 std::u16string Unescaped(std::u16string_view text) {

@@ -1,4 +1,4 @@
-// A JSON text, checked and cut into nodes. Included by JSONReader and its tests.
+// A JSON text, checked and cut into nodes. Included by JSONReader, its tests, and the tools, which need places.
 //
 // What is accepted: RFC 8259, and beyond it
 //   comments "//" to the end of the line and "/* */" wherever blanks may stand;
@@ -55,7 +55,7 @@ public:
 
     std::size_t Size() const noexcept { return m_text.size(); }
 
-    // The place of any unit.
+    // The place of any unit. Takes the time of a search, but for the first one, which looks for the lines of the text.
     TextLocation LocateOffset(std::size_t offset) const;
 
     // Where a node stands; the path is for the caller to add.
@@ -70,6 +70,7 @@ private:
     std::vector<JSONNode> m_nodes;
     std::size_t m_end;
     mutable std::deque<std::u16string> m_unescaped;  // what Text made; never moves
+    mutable std::vector<std::size_t> m_lineStarts;   // empty until a place is asked for
 };
 
 // The inside of a string token with its escapes resolved.

@@ -12,6 +12,7 @@
 #include "main/json/JSONDocument.h"
 #include "main/json/JSONReader.h"
 #include "main/json/ThreadScratch.h"
+#include "main/json/direct/DirectFilling.h"
 #include "main/json/direct/DirectReader.h"
 #include "main/json/direct/DirectWriter.h"
 
@@ -59,7 +60,7 @@ RefCntPtr<IParameters> ReadEitherWay(const TString& json, const TString& namespa
         const NameForm form = shortNames ? NameForm::Short : NameForm::Camel;
         if (lease.Get().Read(json, *registry, namespaceName, form)) {
             RefCntPtr<IParameters> root = registry->CreateParameters();
-            if (root && lease.Get().MakeBag(*root)) {
+            if (root && DirectFilling(lease.Get().Items(), *registry, form).MakeBag(*root)) {
                 return root;
             }
             return ReadAtLength(json, namespaceName, shortNames, lookupFlag, nullptr, &root);

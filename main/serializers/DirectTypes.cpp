@@ -1,5 +1,6 @@
 #include <qvpreslayer/detail/DirectTypes.h>
 
+#include <algorithm>
 #include <typeindex>
 #include <typeinfo>
 
@@ -51,10 +52,26 @@ std::u16string_view DirectDuration<T>::Text(const T& value, TextScratch& scratch
     return {scratch.units, static_cast<std::size_t>(end - scratch.units)};
 }
 
+// Digits alone that cannot overflow, as nearly all durations are.
+static bool ParseFewDigits(std::u16string_view text, ::Int64& value) {
+    if (text.size() - 1 >= 18) {
+        return false;
+    }
+    ::UInt64 number = 0;  // of no meaning where a unit is no digit
+    unsigned largest = 0;
+    for (const char16_t unit : text) {
+        const unsigned digit = static_cast<unsigned>(unit) - u'0';
+        largest = std::max(largest, digit);
+        number = number * 10 + digit;
+    }
+    value = static_cast<::Int64>(number);
+    return largest <= 9;
+}
+
 template <class T>
 bool DirectDuration<T>::Read(std::u16string_view text, T& value) {
     ::Int64 ticks = 0;
-    if (!ParseInt64(text, ticks)) {
+    if (!ParseFewDigits(text, ticks) && !ParseInt64(text, ticks)) {
         return false;
     }
     value = T(static_cast<typename T::rep>(ticks));

@@ -16,7 +16,7 @@ class PresentationModel;
 // Threads: a value in a bag may be read from any thread.
 class QVPRESLAYER_API IParameter : public RefCntObject {
 public:
-    ~IParameter() override;
+    ~IParameter() override = default;
 
     // Values come and go by the thousand: small ones take kept blocks.
     QVSYS_USE_BLOCK_POOL

@@ -16,7 +16,7 @@
 
 #if defined(__SANITIZE_ADDRESS__)
 // The C library forgets to free the list of folders that it makes from LOCPATH for each locale of the C++ library.
-extern "C" const char* __lsan_default_suppressions();  // NOLINT(bugprone-reserved-identifier): the sanitizer's name
+extern "C" const char* __lsan_default_suppressions();   // NOLINT(bugprone-reserved-identifier): the sanitizer's name
 extern "C" const char* __lsan_default_suppressions() {  // NOLINT(bugprone-reserved-identifier)
     return "leak:argz_add_sep\n";
 }

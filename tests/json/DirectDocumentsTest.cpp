@@ -244,6 +244,83 @@ TEST_F(DirectDocuments, FailAsAtLength) {
     }
 }
 
+// Lists are looked at in blocks of 64 units: every spelling comes to stand in every place of a block.
+TEST_F(DirectDocuments, ListsOfNumbersInEverySpelling) {
+    static constexpr const char16_t* kUsual[] = {
+        u"0",          u"7",   u"-7",    u"42",        u"-613",       u"12345678",        u"123456789",
+        u"2147483647", u"1.5", u"-0.25", u"1234567.5", u"0.12345678", u"3.14159265358979"};
+    static constexpr const char16_t* kTelling[] = {u"-0",
+                                                   u"1234567890",
+                                                   u"2147483648",
+                                                   u"-2147483647",
+                                                   u"-2147483648",
+                                                   u"4294967295",
+                                                   u"4294967296",
+                                                   u"99999999999",
+                                                   u"9223372036854775807",
+                                                   u"9223372036854775808",
+                                                   u"12345678901234567890",
+                                                   u"-0.0",
+                                                   u"0.0",
+                                                   u"0.00000000000001",
+                                                   u"0.123456789012345",
+                                                   u"12345678.5",
+                                                   u"1234567.12345678901234",
+                                                   u"99999999.99999999999999",
+                                                   u"123456789012345678901234567890",
+                                                   u"01",
+                                                   u"-01",
+                                                   u"00.5",
+                                                   u"-",
+                                                   u"--1",
+                                                   u"1.",
+                                                   u".5",
+                                                   u"1..5",
+                                                   u"1.5.5",
+                                                   u"1e5",
+                                                   u"1E-5",
+                                                   u"1.5e3",
+                                                   u" 5",
+                                                   u"5 ",
+                                                   u"  5",
+                                                   u"\t6\n",
+                                                   u"[1,3]",
+                                                   u"[1,3,2]",
+                                                   u"[]",
+                                                   u"[1]",
+                                                   u"null",
+                                                   u"true",
+                                                   u"\"8\"",
+                                                   u"+1",
+                                                   u"0x1",
+                                                   u"\uFF11",
+                                                   u"1:5",
+                                                   u"1/5",
+                                                   u"12a45678",
+                                                   u"1234567x",
+                                                   u"",
+                                                   u"{}"};
+    static constexpr const char16_t* kLists[] = {u"intList", u"unsignedList", u"bigList", u"bigUnsignedList",
+                                                 u"realList"};
+    const TestSession session(false, false);
+    for (const char16_t* list : kLists) {
+        for (const char16_t* telling : kTelling) {
+            for (int round = Rounds(4); round > 0; --round) {
+                TString json = TString(u"{\"") + list + u"\":[";
+                const std::size_t size = 1 + Below(40);
+                const std::size_t place = Below(size);
+                for (std::size_t i = 0; i < size; ++i) {
+                    json += i == 0 ? u"" : Roll(20) ? u", " : u",";
+                    json += i == place ? telling : kUsual[Below(Roll(3) ? std::size(kUsual) : 8)];
+                }
+                json += Roll(2) ? u"]}"
+                                : u"],\"n\":1,\"text\":\"a text, with commas, that makes the document longer, 1,2\"}";
+                ExpectSameBothWays(json);
+            }
+        }
+    }
+}
+
 TEST_F(DirectDocuments, MembersInAnyOrderAndTwice) {
     for (const char* json : {R"({"text": "b", "maxCount": 1})",
                              R"({"maxCount": 1, "maxCount": 2})",
@@ -329,6 +406,15 @@ TEST(DirectDocumentsOfWatchedBags, AreFilledAsAtLength) {
             }
         }
     }
+}
+
+TEST_F(DirectDocuments, MapsInsideEntriesKeepTheirKeys) {
+    const std::string text =
+        R"({"byKey":{"a":{"byKey":{"x":{"n":1},"y":{}}},"b":{"byKey":{"p":{},"q":null}},"c":{"n":2}}})";
+    const JSONSerializer json(L"view");
+    json.ToParameters(TString::FromUtf8(text));  // fills the namespace
+    const RefCntPtr<IParameters> bag = json.ToParameters(TString::FromUtf8(text));
+    EXPECT_EQ("by-key=<a:(by-key=<x:(n=1),y:()>),b:(by-key=<p:(),q:null>),c:(n=2)>", BagDescription::Of(*bag));
 }
 
 TEST_F(DirectDocuments, HostsThatWriteNothingLeaveNoComma) {

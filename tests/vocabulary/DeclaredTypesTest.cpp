@@ -36,6 +36,19 @@ TEST(DeclaredTypes, ThereAreTwentyScalarTypesAndTwentyTwoEnumerationsAndASampleO
     EXPECT_EQ(all, sampled);
 }
 
+TEST(DeclaredTypes, EveryEnumerationOfTheLibraryIsOne) {
+    int count = 0;
+    for (const auto& header : std::filesystem::directory_iterator(PROJECT_FOLDER "/public/qvpreslayer/enumerations")) {
+        const std::string name = header.path().stem().string();
+        const ValueType* type = FindValueType(TString::FromUtf8(name));
+        ASSERT_NE(nullptr, type) << name;
+        EXPECT_EQ(TextForm::Enumeration, type->form);
+        EXPECT_EQ(name, type->cppType);
+        ++count;
+    }
+    EXPECT_EQ(22, count);
+}
+
 TEST(DeclaredTypes, ValuesListsAndMapsOfEveryTypeAreWritten) {
     for (const TypeSample& sample : AllTypeSamples()) {
         SCOPED_TRACE(TString(sample.type).ToUtf8());

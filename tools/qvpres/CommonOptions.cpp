@@ -1,5 +1,7 @@
 #include "tools/qvpres/CommonOptions.h"
 
+#include <CLI/CLI.hpp>
+
 namespace qvpres {
 
 void AddVocabularyOptions(CLI::App& command, CommonOptions& options) {

@@ -3,7 +3,11 @@
 
 #include <string>
 
-#include <CLI/CLI.hpp>
+// Not its header: most who include this only read the options.
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
 
 namespace qvpres {
 

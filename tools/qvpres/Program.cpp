@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "tools/qvpres/Failure.h"
+#include "tools/qvpres/text/Wording.h"
 
 namespace qvpres {
 
@@ -17,7 +18,7 @@ constexpr const char* kFooter =
 
 ExitCode Complain(const std::string& message) {
     std::cout.flush();
-    std::cerr << "qvpres: " << message << "\n";
+    std::cerr << "qvpres: " << Visible(message) << "\n";
     return ExitCode::Failed;
 }
 

@@ -13,16 +13,34 @@ constexpr DeclaredKind kKinds[] = {DeclaredKind::Value,       DeclaredKind::List
                                    DeclaredKind::Bag,         DeclaredKind::Structure, DeclaredKind::StructureList,
                                    DeclaredKind::StructureMap};
 
+const std::vector<TString>& KindNames() {
+    static const std::vector<TString> s_names = [] {
+        std::vector<TString> names;
+        for (const DeclaredKind kind : kKinds) {
+            names.emplace_back(ToText(kind));
+        }
+        return names;
+    }();
+    return s_names;
+}
+
+const std::vector<TString>& TypeNames() {
+    static const std::vector<TString> s_names = [] {
+        std::vector<TString> names;
+        for (const ValueType& type : GetValueTypes()) {
+            names.emplace_back(type.name);
+        }
+        return names;
+    }();
+    return s_names;
+}
+
 DeclaredKind ReadKind(const DeclaredObject& parameter) {
     const DeclaredValue* value = parameter.Find(u"kind");
     if (value == nullptr) {
         return DeclaredKind::Value;
     }
-    std::vector<TString> known;
-    for (const DeclaredKind kind : kKinds) {
-        known.emplace_back(ToText(kind));
-    }
-    const TString name = value->OneOf(known, u"kind");
+    const TString name = value->OneOf(KindNames(), u"kind");
     return *std::find_if(std::begin(kKinds), std::end(kKinds), [&](DeclaredKind kind) { return name == ToText(kind); });
 }
 
@@ -33,11 +51,7 @@ const ValueType* ReadType(const DeclaredObject& parameter, const ParameterDeclar
         }
         return nullptr;
     }
-    std::vector<TString> known;
-    for (const ValueType& type : GetValueTypes()) {
-        known.emplace_back(type.name);
-    }
-    return FindValueType(parameter.Get(u"type").OneOf(known, u"type"));
+    return FindValueType(parameter.Get(u"type").OneOf(TypeNames(), u"type"));
 }
 
 bool ReadListForm(const DeclaredObject& parameter, const ParameterDeclaration& declaration) {
@@ -136,6 +150,7 @@ void DeclarationReader::ReadNamespace(const DeclaredValue& value) {
     if (const DeclaredValue* ids = object.Find(u"cppIds")) {
         nameSpace.cppIds = TString::FromUtf8(ReadCppText(*ids, kIdentifierPattern, u"a name of C++"));
     }
+    m_lines.clear();
     for (const DeclaredValue& parameter : object.Get(u"parameters").Elements()) {
         nameSpace.parameters.push_back(ReadParameter(parameter, nameSpace));
     }
@@ -156,9 +171,10 @@ ParameterDeclaration DeclarationReader::ReadParameter(const DeclaredValue& value
         object.Get(u"id").Fail(u"identifier " + IdText(parameter.id) + u" is outside of the namespace's range, " +
                                IdText(nameSpace.firstId) + u" to " + IdText(nameSpace.lastId));
     }
-    if (const ParameterDeclaration* earlier = nameSpace.FindId(parameter.id)) {
+    const auto [earlier, isNew] = m_lines.emplace(parameter.id, parameter.location.line);
+    if (!isNew) {
         object.Get(u"id").Fail(u"identifier " + IdText(parameter.id) + u" is declared already, in line " +
-                               TString::number(UInt64{earlier->location.line}));
+                               TString::number(UInt64{earlier->second}));
     }
     parameter.name = object.Get(u"name").Name();
     if (const DeclaredValue* shortName = object.Find(u"short")) {

@@ -8,6 +8,7 @@
 // docs/vocabulary.md tells what each means, declaration.schema.json which values may stand.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -44,6 +45,7 @@ private:
     };
 
     DeclarationText m_text;
+    std::map<int, std::size_t> m_lines;  // of the identifiers of the namespace that is being read
     Vocabulary m_vocabulary;
     std::vector<Reference> m_fallbacks;
     std::vector<Reference> m_members;

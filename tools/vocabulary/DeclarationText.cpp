@@ -56,6 +56,12 @@ DeclarationText::DeclarationText(std::string_view utf8, std::string source) : m_
         throw VocabularyException(m_source, LocateUnit(before, before.size()), u"the file is not UTF-8 here");
     }
     m_text = TString::FromUtf8(utf8);
+    m_lines.push_back(0);
+    for (std::size_t i = 0; i < m_text.size(); ++i) {
+        if (m_text[i] == u'\n') {
+            m_lines.push_back(i + 1);
+        }
+    }
     try {
         m_document.emplace(m_text);
     } catch (const JSONParseException& failure) {
@@ -74,9 +80,17 @@ void DeclarationText::RequireNothingMore() const {
         at = failure.GetLocation().offset;
     }
     if (at != rest.size()) {
-        throw VocabularyException(m_source, LocateUnit(m_text, m_document->End() + at),
-                                  u"nothing may follow the declaration");
+        throw VocabularyException(m_source, Locate(m_document->End() + at), u"nothing may follow the declaration");
     }
+}
+
+TextLocation DeclarationText::Locate(std::size_t offset) const {
+    const auto line = std::upper_bound(m_lines.begin(), m_lines.end(), offset);
+    TextLocation location;
+    location.line = static_cast<std::size_t>(line - m_lines.begin());
+    location.column = offset - line[-1] + 1;
+    location.offset = offset;
+    return location;
 }
 
 DeclaredValue DeclarationText::Root() const { return {*this, 0, {}}; }
@@ -86,7 +100,9 @@ void DeclaredValue::Fail(const TString& problem) const {
 }
 
 TextLocation DeclaredValue::Location() const {
-    TextLocation location = Document().Locate(m_node);
+    const JSONNode& node = Document()[m_node];
+    const bool isQuoted = node.kind == JSONKind::String;
+    TextLocation location = m_text->Locate(isQuoted ? node.begin - 1 : node.begin);
     location.path = m_path;
     return location;
 }

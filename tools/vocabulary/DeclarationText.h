@@ -36,8 +36,12 @@ private:
 
     void RequireNothingMore() const;
 
+    // The place of a unit; by the starts of the lines, since every declaration keeps its place.
+    TextLocation Locate(std::size_t offset) const;
+
     std::string m_source;
     TString m_text;
+    std::vector<std::size_t> m_lines;  // where each starts
     std::optional<JSONDocument> m_document;
 };
 

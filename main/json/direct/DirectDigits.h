@@ -28,18 +28,32 @@ inline unsigned CountDigits(const char16_t* at) {
     return static_cast<unsigned>(std::countr_zero(mask)) / 2;
 }
 
-// The number that the last count digits before end spell; count is at most 8.
-inline std::uint32_t DigitsBefore(const char16_t* end, unsigned count) {
+// The last count units before end as digits, zeros in front of them; count is at most 8.
+inline __m128i DigitLanes(const char16_t* end, unsigned count) {
     alignas(16) static constexpr std::uint16_t kMasks[16] = {
         0, 0, 0, 0, 0, 0, 0, 0, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF};
     const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(end - 8));
     const __m128i mask = _mm_loadu_si128(reinterpret_cast<const __m128i*>(kMasks + count));
-    const __m128i digits = _mm_and_si128(_mm_sub_epi16(units, _mm_set1_epi16(u'0')), mask);
+    return _mm_and_si128(_mm_sub_epi16(units, _mm_set1_epi16(u'0')), mask);
+}
+
+inline std::uint32_t NumberOfLanes(__m128i digits) {
     // Pairs to numbers below 100, these to numbers below 10000.
     const __m128i pairs = _mm_madd_epi16(digits, _mm_set1_epi32(0x0001000A));
     const __m128i packed = _mm_packs_epi32(pairs, pairs);
     const auto fours = static_cast<UInt64>(_mm_cvtsi128_si64(_mm_madd_epi16(packed, _mm_set1_epi32(0x00010064))));
     return static_cast<std::uint32_t>(fours) * 10000 + static_cast<std::uint32_t>(fours >> 32);
+}
+
+// The number that the last count digits before end spell; count is at most 8.
+inline std::uint32_t DigitsBefore(const char16_t* end, unsigned count) { return NumberOfLanes(DigitLanes(end, count)); }
+
+// The same for units that may be no digits, which it answers with false.
+inline bool TakeDigitsBefore(const char16_t* end, unsigned count, std::uint32_t& value) {
+    const __m128i digits = DigitLanes(end, count);
+    value = NumberOfLanes(digits);
+    const __m128i beyond = _mm_subs_epu16(digits, _mm_set1_epi16(9));
+    return _mm_movemask_epi8(_mm_cmpeq_epi16(beyond, _mm_setzero_si128())) == 0xFFFF;
 }
 
 #else
@@ -60,7 +74,47 @@ inline std::uint32_t DigitsBefore(const char16_t* end, unsigned count) {
     return value;
 }
 
+inline bool TakeDigitsBefore(const char16_t* end, unsigned count, std::uint32_t& value) {
+    value = DigitsBefore(end, count);
+    return CountDigits(end - count) >= count;
+}
+
 #endif
+
+// Where commas and points stand among 64 units, the first one's bit lowest.
+struct Separators {
+    static constexpr std::ptrdiff_t kUnits = 64;
+
+    UInt64 commas;
+    UInt64 points;
+
+    static Separators At(const char16_t* at) {
+        Separators separators{0, 0};
+#if defined(__SSE2__)
+        for (unsigned i = 0; i < kUnits; i += 16) {
+            const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + i));
+            const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + i + 8));
+            separators.commas |= Equal(low, high, u',') << i;
+            separators.points |= Equal(low, high, u'.') << i;
+        }
+#else
+        for (unsigned i = 0; i < kUnits; ++i) {
+            separators.commas |= UInt64{at[i] == u','} << i;
+            separators.points |= UInt64{at[i] == u'.'} << i;
+        }
+#endif
+        return separators;
+    }
+
+private:
+#if defined(__SSE2__)
+    static UInt64 Equal(__m128i low, __m128i high, char16_t unit) {
+        const __m128i units = _mm_set1_epi16(static_cast<short>(unit));
+        const __m128i bytes = _mm_packs_epi16(_mm_cmpeq_epi16(low, units), _mm_cmpeq_epi16(high, units));
+        return static_cast<UInt64>(_mm_movemask_epi8(bytes));
+    }
+#endif
+};
 
 // Digits from a place on, up to kMostDigits of them.
 struct DigitRun {

@@ -12,6 +12,8 @@
 #include <qvpreslayer/ParametersRegistry.h>
 #include <qvpreslayer/detail/DirectText.h>
 
+#include "main/json/PlainUnits.h"
+
 // How names are spelled in a text, and sought.
 enum class NameForm : unsigned char {
     Camel,  // the camel-case forms of verbose names
@@ -31,12 +33,29 @@ public:
     // the first namespace can be asked.
     bool Prepare(const ParametersRegistry& registry, const TString& namespaceName, NameForm form);
 
+    // Makes ready for the names of one text; the unit at end can be read, and is no part of it.
+    void Begin(const char16_t* begin, const char16_t* end) noexcept {
+        m_end = end;
+        m_blocksEnd = end - begin > kLookahead ? end - kLookahead : begin;
+    }
+
     NameForm Form() const noexcept { return m_form; }
 
-    // The parameter that the name at at stands for, up to its closing quotation mark; at is left behind that. previous
-    // is the member before, or, with first, what the object belongs to, null for the outermost. Null, for the long way,
-    // when the name is not known so.
-    const Record* Take(const char16_t*& at, const char16_t* end, const Record* previous, bool first);
+    // What probably comes next: as the first member of what owner names, null for the outermost object; or behind a
+    // member. Never null.
+    const Record* First(const Record* owner) const {
+        const Successor& successor = Remembered(owner, true);
+        return successor.next != nullptr && successor.previous == owner && successor.first ? successor.next : &s_none;
+    }
+    const Record* Behind(const Record* member) const { return m_guesses && IsOwn(member) ? member + 1 : &s_none; }
+
+    // Behind the closing quotation mark of the name at at when it is that of a guess; null when it is another.
+    const char16_t* Skip(const Record& guess, const char16_t* at) const;
+
+    // The parameter that the name at at stands for, in any place; at is left behind its closing quotation mark.
+    // previous is the member before, or, with first, what the object belongs to. Null, for the long way, when the name
+    // is not known so.
+    const Record* Find(const char16_t*& at, const Record* previous, bool first);
 
 private:
     struct Successor {
@@ -45,12 +64,22 @@ private:
         bool first;
     };
 
-    bool StandsAt(const Record& record, const char16_t*& at, const char16_t* end) const;
-    bool IsOwn(const Record* record) const;
-    const Record* Seek(const char16_t*& at, const char16_t* end) const;
-    const Record* Find(std::u16string_view name) const;
-    Successor& Remembered(const Record* previous, bool first);
+    // What a guess may be compared with behind at: whole blocks, and a quotation mark.
+    static constexpr std::ptrdiff_t kLookahead = Record::kNameUnits + 8;
+    static const Record s_none;  // stands nowhere
 
+    bool IsOwn(const Record* record) const;
+    const Record* Seek(const char16_t*& at) const;
+    const Record* Find(std::u16string_view name) const;
+    const Successor& Remembered(const Record* previous, bool first) const {
+        const std::uint32_t id = previous == nullptr ? 0 : static_cast<std::uint32_t>(previous->id);
+        return m_successors[(id * 2 + (first ? 1 : 0)) % kSuccessors];
+    }
+
+    static constexpr std::size_t kSuccessors = 64;
+
+    const char16_t* m_end = nullptr;
+    const char16_t* m_blocksEnd = nullptr;  // kLookahead units follow each place before it
     const ParametersRegistry* m_registry = nullptr;
     std::uint64_t m_generation = 0;
     TString m_namespace;
@@ -58,5 +87,49 @@ private:
     bool m_guesses = false;  // without it, an identifier may belong to another namespace than its name
     const qvpreslayer::detail::INameIndex* m_names = nullptr;
     std::span<const Record> m_records;  // of that namespace
-    std::array<Successor, 64> m_successors;
+    std::array<Successor, kSuccessors> m_successors;
 };
+
+// Whether the text at at begins with size units of name, which is not 0. Compares in blocks of eight units; a name of
+// fewer is followed by others that do not count.
+inline bool StartsWith(const char16_t* at, const char16_t* name, std::size_t size) {
+#if defined(__SSE2__)
+    const auto equal = [&](std::size_t i) {
+        return _mm_cmpeq_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at + i)),
+                               _mm_loadu_si128(reinterpret_cast<const __m128i*>(name + i)));
+    };
+    if (size < 8) {
+        const unsigned looked = (1u << (2 * size)) - 1;
+        return (static_cast<unsigned>(_mm_movemask_epi8(equal(0))) & looked) == looked;
+    }
+    __m128i all = _mm_and_si128(equal(0), equal(size - 8));
+    for (std::size_t i = 8; i + 8 < size; i += 8) {
+        all = _mm_and_si128(all, equal(i));
+    }
+    return _mm_movemask_epi8(all) == 0xFFFF;
+#else
+    return std::u16string_view(at, size) == std::u16string_view(name, size);
+#endif
+}
+
+// Only parameters of this namespace, which it finds by their names; the record behind the last one never stands.
+inline const char16_t* DirectNames::Skip(const Record& guess, const char16_t* at) const {
+    if (!guess.isFoundByNames) {
+        return nullptr;
+    }
+    const bool isShort = m_form == NameForm::Short;
+    const std::size_t size = isShort ? guess.info->shortName.size() : guess.nameSize;
+    const char16_t* const name = isShort ? guess.info->shortName.data() : guess.name;
+    if (size - 1 >= Record::kNameUnits) [[unlikely]] {
+        return nullptr;
+    }
+    if (at < m_blocksEnd) [[likely]] {
+        if (at[size] != u'"' || !StartsWith(at, name, size)) {
+            return nullptr;
+        }
+    } else if (static_cast<std::size_t>(m_end - at) < size || at[size] != u'"' ||
+               std::u16string_view(at, size) != std::u16string_view(name, size)) {
+        return nullptr;
+    }
+    return at + size + 1;
+}

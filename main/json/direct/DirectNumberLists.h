@@ -1,10 +1,11 @@
 // Long lists of numbers, in the spelling that they nearly always have. Included by DirectReader.cpp.
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <type_traits>
 #include <vector>
 
@@ -14,86 +15,131 @@
 #include "main/json/JSONNumbers.h"
 #include "main/json/direct/DirectDigits.h"
 
-// Each of the following takes elements from at on while they are followed directly by a comma, and perhaps a blank, and
-// answers where the first one stands that is spelled otherwise, stands near an end of the text or holds more digits
-// than usual: what to make of that is for DirectNumberReader to say. begin and end are those of the text.
+// An element as it stands between two commas, before the second one at end.
+struct NumberToken {
+    NumberToken(const char16_t* at, const char16_t* behind)
+        : negative(*at == u'-'), digits(at + (negative ? 1 : 0)), end(behind) {}
 
-// Numbers of up to 16 digits that keep their value when they travel.
+    bool negative;
+    const char16_t* digits;
+    const char16_t* end;
+};
+
+// An integer of up to ten digits that keeps its value when it travels.
 template <class T>
-requires std::is_integral_v<T>
-const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, const char16_t* end,
-                                 std::vector<T>& values) {
+bool IsUsual(const NumberToken& token, T& value) {
     constexpr UInt64 kLargestNegative = std::is_signed_v<T> ? 0x7FFFFFFF : 0;
     constexpr UInt64 kLargest = std::is_same_v<T, int> ? 0x7FFFFFFF : 0xFFFFFFFF;
-    if (at - begin < kDigitsLookbehind) {
-        return at;
+    const auto count = static_cast<unsigned>(token.end - token.digits);
+    if (count - 1 >= 10 || (*token.digits == u'0' && count > 1)) {
+        return false;
     }
-    while (end - at > kDigitsLookahead) {
-        const bool negative = *at == u'-';
-        const char16_t* const digits = at + (negative ? 1 : 0);
-        const DigitRun run = TakeDigits(digits);
-        if (run.count - 1 >= DigitRun::kMostDigits || run.value > (negative ? kLargestNegative : kLargest) ||
-            (*digits == u'0' && run.count > 1) || digits[run.count] != u',') {
-            break;
-        }
-        const auto value = static_cast<Int64>(run.value);
-        values.push_back(static_cast<T>(negative ? -value : value));
-        at = digits + run.count + 1;
-        at += *at == u' ' ? 1 : 0;
+    std::uint32_t tail = 0;
+    bool isNumber = TakeDigitsBefore(token.end, std::min(count, 8u), tail);
+    UInt64 number = tail;
+    if (count > 8) {
+        std::uint32_t head = 0;
+        isNumber = TakeDigitsBefore(token.end - 8, count - 8, head) && isNumber;
+        number += UInt64{head} * 100000000;
     }
-    return at;
+    if (!isNumber || number > (token.negative ? kLargestNegative : kLargest)) {
+        return false;
+    }
+    const auto magnitude = static_cast<Int64>(number);
+    value = static_cast<T>(token.negative ? -magnitude : magnitude);
+    return true;
 }
 
-// Reals of up to seven digits and 14 fraction digits. In columns neighbours are often equal, and spelled equally.
-template <class T>
-requires std::is_same_v<T, double>
-const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, const char16_t* end,
-                                 std::vector<T>& values) {
+// A real of up to seven digits, and up to 14 more behind its point; point is the token's end where there is none.
+inline bool IsUsual(const NumberToken& token, const char16_t* point, double& value) {
     static constexpr UInt64 kPowers[] = {
         1u,           10u,           100u,           1000u,           10000u,
         100000u,      1000000u,      10000000u,      100000000u,      1000000000u,
         10000000000u, 100000000000u, 1000000000000u, 10000000000000u, 100000000000000u};
     static_assert(sizeof(kPowers) / sizeof(kPowers[0]) == kExactFractionDigits + 1);
-    if (at - begin < kDigitsLookbehind) {
+    const auto wholeDigits = static_cast<unsigned>(point - token.digits);
+    if (wholeDigits - 1 >= 7 || (*token.digits == u'0' && wholeDigits > 1)) {
+        return false;
+    }
+    std::uint32_t part = 0;
+    bool isNumber = TakeDigitsBefore(point, wholeDigits, part);
+    UInt64 number = part;
+    unsigned fractionDigits = 0;
+    if (point != token.end) {
+        fractionDigits = static_cast<unsigned>(token.end - point) - 1;
+        if (fractionDigits - 1 >= kExactFractionDigits || wholeDigits + fractionDigits > 19) {
+            return false;
+        }
+        number *= kPowers[fractionDigits];
+        isNumber = TakeDigitsBefore(token.end, std::min(fractionDigits, 8u), part) && isNumber;
+        number += part;
+        if (fractionDigits > 8) {
+            isNumber = TakeDigitsBefore(token.end - 8, fractionDigits - 8, part) && isNumber;
+            number += UInt64{part} * 100000000;
+        }
+    }
+    if (!isNumber) {
+        return false;
+    }
+    const double magnitude = qvcore::detail::DecimalToReal(number, fractionDigits);
+    value = token.negative && number != 0 ? -magnitude : magnitude;
+    return true;
+}
+
+// Texts of up to 24 units, compared in blocks that overlap; others count as different. In columns of reals neighbours
+// are often equal, and spelled equally.
+inline bool IsSameText(const char16_t* left, const char16_t* right, std::size_t size) {
+    const auto same = [&](std::size_t at, std::size_t units) {
+        return std::memcmp(left + at, right + at, units * sizeof(char16_t)) == 0;
+    };
+    if (size < 8 || size > 24) {
+        return size >= 4 && size < 8 && same(0, 4) && same(size - 4, 4);
+    }
+    return same(0, 8) && same(size - 8, 8) && same(std::min<std::size_t>(8, size - 8), 8);
+}
+
+// Takes elements from at on, and answers where the first one stands that is spelled otherwise than IsUsual has it, or
+// stands near an end of the text: what to make of that is for DirectNumberReader to say. begin and end are those of the
+// text.
+//
+// Commas are found for 64 units at once, so that no element has to wait until the one before has been read.
+template <class T>
+const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, const char16_t* end,
+                                 std::vector<T>& values) {
+    if (at - begin < kDigitsLookbehind || *at == u'[') {
         return at;
     }
-    const char16_t* last = at;  // the text of the last real, with the comma behind it
-    std::size_t lastSize = 0;
-    while (end - at > 2 * kDigitsLookahead) {
-        if (lastSize != 0 && std::memcmp(at, last, 4 * sizeof(char16_t)) == 0 &&
-            std::memcmp(at, last, lastSize * sizeof(char16_t)) == 0) {
-            values.push_back(values.back());
-            at += lastSize;
-            continue;
-        }
-        const bool negative = *at == u'-';
-        const char16_t* digits = at + (negative ? 1 : 0);
-        const unsigned wholeDigits = CountDigits(digits);
-        if (wholeDigits - 1 >= 7 || (*digits == u'0' && wholeDigits > 1)) {
+    [[maybe_unused]] const char16_t* last = at;
+    [[maybe_unused]] std::size_t lastSize = 0;
+    while (end - at >= Separators::kUnits) {
+        const char16_t* const block = at;
+        auto [commas, points] = Separators::At(block);
+        if (commas == 0) {
             break;
         }
-        digits += wholeDigits;
-        UInt64 number = DigitsBefore(digits, wholeDigits);
-        unsigned fractionDigits = 0;
-        if (*digits == u'.') {
-            ++digits;
-            const DigitRun fraction = TakeDigits(digits);
-            if (fraction.count - 1 >= kExactFractionDigits || wholeDigits + fraction.count > 19) {
-                break;
+        for (; commas != 0; commas &= commas - 1) {
+            const char16_t* const comma = block + std::countr_zero(commas);
+            at += *at == u' ' ? 1 : 0;
+            T value{};
+            if constexpr (std::is_integral_v<T>) {
+                if (!IsUsual(NumberToken(at, comma), value)) {
+                    return at;
+                }
+            } else {
+                const char16_t* const point = std::min(comma, block + std::countr_zero(points));
+                points &= comma == point ? points : points - 1;
+                const auto size = static_cast<std::size_t>(comma - at);
+                if (size == lastSize && IsSameText(at, last, size)) {
+                    value = values.back();
+                } else if (!IsUsual(NumberToken(at, comma), point, value)) {
+                    return at;
+                }
+                last = at;
+                lastSize = size;
             }
-            fractionDigits = fraction.count;
-            number = number * kPowers[fractionDigits] + fraction.value;
-            digits += fractionDigits;
+            values.push_back(value);
+            at = comma + 1;
         }
-        if (*digits != u',') {
-            break;
-        }
-        const double magnitude = qvcore::detail::DecimalToReal(number, fractionDigits);
-        values.push_back(negative && number != 0 ? -magnitude : magnitude);
-        last = at;
-        at = digits + 1;
-        at += *at == u' ' ? 1 : 0;
-        lastSize = static_cast<std::size_t>(at - last);
     }
     return at;
 }

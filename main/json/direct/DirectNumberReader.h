@@ -26,6 +26,8 @@ private:
     struct Parts;
 
     bool HasRoom(const char16_t* at) const noexcept;
+    const char16_t* TakeShortInteger(const char16_t* at, Int64& value) const noexcept;
+    const char16_t* TakeShortReal(const char16_t* at, double& value) const noexcept;
     const char16_t* TakeParts(const char16_t* at, Parts& parts) const noexcept;
 
     const char16_t* m_begin;

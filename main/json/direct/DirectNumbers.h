@@ -37,25 +37,32 @@ public:
     explicit NumberList(TextSink& sink) : m_sink(sink) {}
 
     void Write(const std::vector<T>& values) {
-        const std::size_t start = Written();
-        for (std::size_t i = 0; i < values.size();) {
-            const std::size_t end = std::min(values.size(), i + kBlock);
-            WriteBlock(values.data() + i, values.data() + end, i == 0);
-            // What the first block took tells about what all will take, and saves growing step by step.
-            if (i == 0 && end != values.size()) {
-                const std::size_t each = std::min((Written() - start) / kBlock + 2, kUsualText);
-                m_sink.Room((values.size() - end) * each);
-            }
-            i = end;
+        if (values.size() > kMany) {
+            m_sink.Room(EstimateText(values));
+        }
+        for (std::size_t i = 0; i < values.size(); i += kBlock) {
+            WriteBlock(values.data() + i, values.data() + std::min(values.size(), i + kBlock), i == 0);
         }
     }
 
 private:
     // One question for room serves a block of elements; reals are long only in theory, so that theirs are smaller.
     static constexpr std::size_t kBlock = std::is_floating_point_v<T> ? 64 : 128;
+    static constexpr std::size_t kMany = 8 * kBlock;
     static constexpr std::size_t kUsualText = 24;  // what a number hardly ever exceeds
 
-    std::size_t Written() const { return m_sink.Size(); }
+    // What all elements take, as far as every so-manieth tells: growing a large text step by step costs more than
+    // writing it.
+    static std::size_t EstimateText(const std::vector<T>& values) {
+        constexpr std::size_t kSamples = 64;
+        char16_t text[kLongestNumber<T>];
+        std::size_t units = 0;
+        for (std::size_t i = 0; i < kSamples; ++i) {
+            const auto end = WriteNumberText(text, values[values.size() / kSamples * i]);
+            units += std::min(static_cast<std::size_t>(end - text) + 1, kUsualText);
+        }
+        return values.size() / kSamples * (units + kSamples / 4);
+    }
 
     void WriteBlock(const T* at, const T* end, bool first) {
         char16_t* to = m_sink.Room(static_cast<std::size_t>(end - at) * (kLongestNumber<T> + 1 + kCopySlack));

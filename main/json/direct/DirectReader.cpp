@@ -1,18 +1,18 @@
 #include "main/json/direct/DirectReader.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <map>
-#include <optional>
 #include <type_traits>
 #include <utility>
 
 #include <cxxabi.h>
 
-#include <qvpreslayer/BagStructureSerializer.h>
+#include <qvsys/LargePages.h>
+
 #include <qvpreslayer/PresLayerLimits.h>
 #include <qvpreslayer/ValParameter.h>
-#include <qvpreslayer/detail/PlainBags.h>
 #include <qvpreslayer/detail/RunFilling.h>
 #include <qvpreslayer/detail/StackGuard.h>
 
@@ -22,19 +22,20 @@
 #include "main/json/direct/DirectNumberLists.h"
 
 using qvpreslayer::detail::DirectType;
-using qvpreslayer::detail::ParameterTable;
-using qvpreslayer::detail::PlainBags;
+
+// A run that follows so many plain elements.
+template <class T>
+struct RunAt {
+    std::size_t position;
+    T first;
+    unsigned int length;
+    typename std::conditional_t<std::is_integral_v<T>, std::make_signed<T>, std::type_identity<T>>::type step;
+};
 
 namespace {
 
 // Deeper texts go the long way, which keeps the stack small.
 constexpr int kDirectLevels = 32;
-
-constexpr std::size_t kKeptItems = 32768;
-
-using Bag = BagStructureSerializer::Bag;
-using Bags = BagStructureSerializer::Bags;
-using BagMap = BagStructureSerializer::BagMap;
 
 template <class T, class From>
 bool Fits(From number, T& value) {
@@ -45,6 +46,80 @@ bool Fits(From number, T& value) {
     }
     value = static_cast<T>(number);
     return true;
+}
+
+// Room for so many elements, in large pages where they fill some.
+template <class T>
+void ReserveLarge(std::vector<T>& values, std::size_t elements) {
+    values.reserve(elements);
+    qvsys::detail::PreferLargePages(values.data(), elements * sizeof(T));
+}
+
+// The list that plain elements and the runs between them make, in memory that is asked for once.
+template <class T>
+std::vector<T> Expanded(const std::vector<T>& plain, const std::vector<RunAt<T>>& runs) {
+    std::size_t size = plain.size();
+    for (const RunAt<T>& run : runs) {
+        size += run.length;
+    }
+    std::vector<T> values;
+    ReserveLarge(values, size);
+    std::size_t taken = 0;
+    for (const RunAt<T>& run : runs) {
+        values.insert(values.end(), plain.data() + taken, plain.data() + run.position);
+        taken = run.position;
+        qvpreslayer::detail::AppendRun(values, run.first, run.length, run.step);
+    }
+    values.insert(values.end(), plain.data() + taken, plain.data() + plain.size());
+    return values;
+}
+
+// What stands between values. Documents of programs have little of it.
+const char16_t* SkipBlanks(const char16_t* at) {
+    while (*at <= u' ' && (*at == u' ' || *at == u'\n' || *at == u'\r' || *at == u'\t'))
+        [[unlikely]] { ++at; }
+    return at;
+}
+
+// Behind a unit that is to come next; null when another one does.
+const char16_t* Expect(const char16_t* at, char16_t unit) {
+    at = SkipBlanks(at);
+    return *at == unit ? at + 1 : nullptr;
+}
+
+// Behind a string without escapes, from behind its opening quotation mark on; null for any other.
+const char16_t* TakePlainString(const char16_t* at, const char16_t* end, std::u16string_view& text) {
+    const char16_t* close = SkipPlainUnits(at, end);
+    if (*close != u'"') [[unlikely]] {
+        const StringInside inside = SkipString(close, end);
+        if (!inside.closed || inside.escaped) {
+            return nullptr;
+        }
+        close = inside.end;
+    }
+    text = {at, static_cast<std::size_t>(close - at)};
+    return close + 1;
+}
+
+// The same for any string, whose text is resolved.
+const char16_t* TakeString(const char16_t* at, const char16_t* end, TString& text) {
+    const char16_t* close = SkipPlainUnits(at, end);
+    bool escaped = false;
+    if (*close != u'"') [[unlikely]] {
+        const StringInside inside = SkipString(close, end);
+        if (!inside.closed) {
+            return nullptr;
+        }
+        close = inside.end;
+        escaped = inside.escaped;
+    }
+    const std::u16string_view raw(at, static_cast<std::size_t>(close - at));
+    if (escaped) [[unlikely]] {
+        text = Unescaped(raw);
+    } else {
+        text = raw;
+    }
+    return close + 1;
 }
 
 }  // namespace
@@ -67,25 +142,37 @@ private:
     DirectReader& m_reader;
 };
 
-// The strings of an array whose opening bracket has been taken. Ended tells that the closing one has been, too.
+// The strings of an array, from behind its opening bracket on.
 class DirectReader::StringTexts final : public qvpreslayer::detail::ITextSource {
 public:
-    explicit StringTexts(DirectReader& reader) : m_reader(reader) {}
+    StringTexts(const char16_t* at, const char16_t* end) : m_at(at), m_end(end) {}
 
     bool Next(std::u16string_view& text) override {
-        m_ended = m_reader.Take(u']');
-        if (m_ended || (!std::exchange(m_first, false) && !m_reader.Take(u','))) {
+        const char16_t* at = SkipBlanks(m_at);
+        if (*at == u']') {
+            m_behind = at + 1;
             return false;
         }
-        return m_reader.Take(u'"') && m_reader.TakePlainString(text);
+        if (!std::exchange(m_first, false)) {
+            at = Expect(at, u',');
+        }
+        at = at == nullptr ? nullptr : Expect(at, u'"');
+        at = at == nullptr ? nullptr : TakePlainString(at, m_end, text);
+        if (at == nullptr) {
+            return false;
+        }
+        m_at = at;
+        return true;
     }
 
-    bool Ended() const { return m_ended; }
+    // Behind the closing bracket; null before it was reached.
+    const char16_t* Behind() const { return m_behind; }
 
 private:
-    DirectReader& m_reader;
+    const char16_t* m_at;
+    const char16_t* m_end;
+    const char16_t* m_behind = nullptr;
     bool m_first = true;
-    bool m_ended = false;
 };
 
 bool DirectReader::Read(const TString& json, ParametersRegistry& registry, const TString& namespaceName,
@@ -93,18 +180,16 @@ bool DirectReader::Read(const TString& json, ParametersRegistry& registry, const
     if (json.size() >= std::numeric_limits<std::uint32_t>::max() || !m_names.Prepare(registry, namespaceName, form)) {
         return false;
     }
-    m_at = json.data();
-    m_begin = m_at;
-    m_end = m_at + json.size();
-    m_numbers = DirectNumberReader(m_at, m_end);
-    m_registry = &registry;
+    m_begin = json.data();
+    m_end = m_begin + json.size();
+    m_names.Begin(m_begin, m_end);
+    m_numbers = DirectNumberReader(m_begin, m_end);
     m_depth = 0;
     m_maxDepth = std::min(kDirectLevels, PresLayerLimits::GetJSONDepth());
-    m_items.clear();
-    m_keys.clear();
+    m_items.Clear();
     m_spent = 0;
     const PresLayerLimits::ExpansionBudgetScope budget;
-    if (ReadText()) {
+    if (ReadWholeText()) {
         return true;
     }
     PresLayerLimits::ExpansionBudgetScope::GiveBack(m_spent);  // the long way spends it again
@@ -112,9 +197,10 @@ bool DirectReader::Read(const TString& json, ParametersRegistry& registry, const
 }
 
 // What fails here fails again on the long way, which says why.
-bool DirectReader::ReadText() {
+bool DirectReader::ReadWholeText() {
     try {
-        return Take(u'{') && ReadBag(nullptr, nullptr);
+        const char16_t* const at = Expect(m_begin, u'{');
+        return at != nullptr && ReadBag(at, nullptr, 0) != nullptr;
     } catch (const abi::__forced_unwind&) {
         throw;  // the thread is being cancelled
     } catch (...) {
@@ -122,523 +208,449 @@ bool DirectReader::ReadText() {
     }
 }
 
-bool DirectReader::MakeBag(IParameters& root) {
-    if (PlainBags::Find(root) == nullptr) {
-        return false;
-    }
-    m_item = 1;
-    Fill(root, m_items[0].children);
-    return true;
-}
-
 void DirectReader::Forget() noexcept {
-    m_items.clear();
-    m_keys.clear();
-    if (m_items.capacity() > kKeptItems) {
-        std::vector<Item>().swap(m_items);
-    }
-    if (m_keys.capacity() > kKeptItems) {
-        std::vector<TString>().swap(m_keys);
-    }
+    m_items.Clear();
+    m_items.Shrink();
 }
 
-// Behind the opening brace. owner is what the object belongs to, record what the item is to name: elements name
-// nothing.
-bool DirectReader::ReadBag(const Record* owner, const Record* record) {
+// Behind the opening brace. owner is what the object belongs to, id that of its item.
+const char16_t* DirectReader::ReadBag(const char16_t* at, const Record* owner, int id) {
     const Level level(*this);
     if (level.IsTooDeep()) {
-        return false;
+        return nullptr;
     }
-    const std::size_t position = m_items.size();
-    m_items.push_back({record, {}, 0, 0, ItemKind::Bag});
-    bool inOrder = true;
+    const std::size_t position = m_items.Add(id);
+    bool ascends = true;
     std::uint32_t members = 0;
-    if (!ReadMembers(owner, members, inOrder)) {
-        return false;
+    at = ReadMembers(at, owner, members, ascends);
+    if (at == nullptr || (!ascends && HasEqualMembers(position, members))) {
+        return nullptr;
     }
-    m_items[position].children = members;
-    return inOrder || !HasEqualMembers(position + 1, members);
+    m_items.SetInside(position, DirectItem::Kind::Bag, members);
+    return at;
 }
 
-// Clears inOrder when identifiers do not ascend.
-bool DirectReader::ReadMembers(const Record* owner, std::uint32_t& members, bool& inOrder) {
-    if (Take(u'}')) {
-        return true;
+// Clears ascends when identifiers do not.
+const char16_t* DirectReader::ReadMembers(const char16_t* at, const Record* owner, std::uint32_t& members,
+                                          bool& ascends) {
+    at = SkipBlanks(at);
+    if (*at == u'}') {
+        return at + 1;
     }
     const Record* previous = owner;
-    do {
-        if (!Take(u'"')) {
-            return false;
+    const Record* guess = m_names.First(owner);
+    ::Int64 lastId = std::numeric_limits<::Int64>::min();
+    while (true) {
+        at = Expect(at, u'"');
+        if (at == nullptr) {
+            return nullptr;
         }
-        const Record* const parameter = m_names.Take(m_at, m_end, previous, members == 0);
-        if (parameter == nullptr || !Take(u':')) {
-            return false;
+        if (const char16_t* const behind = m_names.Skip(*guess, at)) [[likely]] {
+            at = behind;
+            previous = guess++;
+        } else {
+            const char16_t* name = at;
+            previous = m_names.Find(name, previous, members == 0);
+            if (previous == nullptr) {
+                return nullptr;
+            }
+            at = name;
+            guess = m_names.Behind(previous);
         }
-        SkipBlanks();
-        if (!ReadMember(*parameter)) {
-            return false;
+        at = Expect(at, u':');
+        if (at == nullptr) {
+            return nullptr;
         }
-        inOrder = inOrder && (members == 0 || previous->id < parameter->id);
-        previous = parameter;
+        at += *at == u' ' ? 1 : 0;  // as it is written before single values
+        at = ReadMember(SkipBlanks(at), *previous);
+        if (at == nullptr) {
+            return nullptr;
+        }
+        ascends = ascends && lastId < previous->id;
+        lastId = previous->id;
         ++members;
-    } while (Take(u','));
-    return Take(u'}');
+        at = SkipBlanks(at);
+        if (*at != u',') {
+            return *at == u'}' ? at + 1 : nullptr;
+        }
+        ++at;
+    }
 }
 
 // The last of equal members counts, which is for the long way to see to.
-bool DirectReader::HasEqualMembers(std::size_t firstItem, std::uint32_t members) const {
+bool DirectReader::HasEqualMembers(std::size_t position, std::uint32_t members) const {
     std::vector<int> ids;
     ids.reserve(members);
-    std::size_t inside = 0;  // items that belong to what is inside a member
-    for (std::size_t item = firstItem; item != m_items.size(); ++item) {
-        if (inside != 0) {
-            --inside;
-        } else {
-            ids.push_back(m_items[item].record->id);
-        }
-        inside += m_items[item].children;
+    std::size_t item = position + 1;
+    for (; members != 0; --members) {
+        ids.push_back(m_items[item].id);
+        item = m_items.Behind(item);
     }
     std::sort(ids.begin(), ids.end());
     return std::adjacent_find(ids.begin(), ids.end()) != ids.end();
 }
 
-bool DirectReader::ReadMember(const Record& parameter) {
-    if (parameter.kind == PTC_None) {
-        return false;
-    }
-    if (*m_at == u'n' && TakeWord(u"null")) {
-        m_items.push_back({&parameter, {}, 0, 0, ItemKind::Null});
-        return true;
-    }
-    Value value;
+const char16_t* DirectReader::ReadMember(const char16_t* at, const Record& parameter) {
     switch (parameter.kind) {
         case PTC_Text:
         case PTC_Number:
         case PTC_Bool:
-            value = ReadScalar(parameter);
-            break;
+            return ReadScalar(at, parameter);
         case PTC_List:
-            value = ReadList(parameter);
-            break;
+            return *at == u'[' ? ReadList(at + 1, parameter) : ReadNull(at, parameter.id);
         case PTC_Map:
-            value = ReadMap(parameter);
-            break;
+            return *at == u'{' && parameter.type == DirectType::String ? ReadMap(at + 1, parameter.id)
+                                                                       : ReadNull(at, parameter.id);
         case PTC_Bag:
-            return Take(u'{') && ReadBag(&parameter, &parameter);
+            return *at == u'{' ? ReadBag(at + 1, &parameter, parameter.id) : ReadNull(at, parameter.id);
         case PTC_Structure:
-            return parameter.type == DirectType::Bags && Take(u'{') && ReadBag(&parameter, &parameter);
+            return *at == u'{' && parameter.type == DirectType::Bags ? ReadBag(at + 1, &parameter, parameter.id)
+                                                                     : ReadNull(at, parameter.id);
         case PTC_StructureList:
-            return parameter.type == DirectType::Bags && ReadBags(parameter);
+            return *at == u'[' && parameter.type == DirectType::Bags ? ReadBags(at + 1, parameter)
+                                                                     : ReadNull(at, parameter.id);
         case PTC_StructureMap:
-            return parameter.type == DirectType::Bags && ReadBagMap(parameter);
+            return *at == u'{' && parameter.type == DirectType::Bags ? ReadBagMap(at + 1, parameter)
+                                                                     : ReadNull(at, parameter.id);
         default:
-            break;
+            return nullptr;
     }
-    if (!value) {
-        return false;
-    }
-    m_items.push_back({&parameter, std::move(value), 0, 0, ItemKind::Value});
-    return true;
 }
 
-bool DirectReader::ReadBags(const Record& parameter) {
+const char16_t* DirectReader::ReadNull(const char16_t* at, int id) {
+    at = TakeWord(at, u"null");
+    if (at != nullptr) {
+        m_items.Add(id);
+    }
+    return at;
+}
+
+// Behind the opening bracket.
+const char16_t* DirectReader::ReadBags(const char16_t* at, const Record& parameter) {
     const Level level(*this);
-    if (level.IsTooDeep() || !Take(u'[')) {
-        return false;
+    if (level.IsTooDeep()) {
+        return nullptr;
     }
-    const std::size_t position = m_items.size();
-    m_items.push_back({&parameter, {}, 0, 0, ItemKind::Bags});
-    if (Take(u']')) {
-        return true;
-    }
+    const std::size_t position = m_items.Add(parameter.id);
     std::uint32_t elements = 0;
-    do {
-        if (!Take(u'{') || !ReadBag(&parameter, nullptr)) {
-            return false;
-        }
-        ++elements;
-    } while (Take(u','));
-    m_items[position].children = elements;
-    return Take(u']');
+    at = SkipBlanks(at);
+    if (*at != u']') {
+        do {
+            at = elements == 0 ? at : at + 1;
+            at = Expect(at, u'{');
+            at = at == nullptr ? nullptr : ReadBag(at, &parameter, 0);
+            if (at == nullptr) {
+                return nullptr;
+            }
+            ++elements;
+            at = SkipBlanks(at);
+        } while (*at == u',');
+    }
+    m_items.SetInside(position, DirectItem::Kind::Bags, elements);
+    return *at == u']' ? at + 1 : nullptr;
 }
 
-// Keys stand as they are, and ascend, as they are written.
-bool DirectReader::ReadBagMap(const Record& parameter) {
+// Behind the opening brace. Keys stand as they are, and ascend, as they are written.
+const char16_t* DirectReader::ReadBagMap(const char16_t* at, const Record& parameter) {
     const Level level(*this);
-    if (level.IsTooDeep() || !Take(u'{')) {
-        return false;
+    if (level.IsTooDeep()) {
+        return nullptr;
     }
-    const std::size_t position = m_items.size();
-    m_items.push_back({&parameter, {}, 0, static_cast<std::uint32_t>(m_keys.size()), ItemKind::BagMap});
-    if (Take(u'}')) {
-        return true;
-    }
+    const std::size_t position = m_items.Add(parameter.id);
     std::u16string_view lastKey;
     std::uint32_t entries = 0;
-    do {
-        std::u16string_view key;
-        if (!Take(u'"') || !TakePlainString(key) || (entries != 0 && key <= lastKey) || !Take(u':')) {
-            return false;
-        }
-        lastKey = key;
-        m_keys.emplace_back(key);
-        SkipBlanks();
-        if (*m_at == u'n' && TakeWord(u"null")) {
-            m_items.push_back({nullptr, {}, 0, 0, ItemKind::Null});
-        } else if (!Take(u'{') || !ReadBag(&parameter, nullptr)) {
-            return false;
-        }
-        ++entries;
-    } while (Take(u','));
-    m_items[position].children = entries;
-    return Take(u'}');
-}
-
-RefCntPtr<IParameters> DirectReader::MakeNested() {
-    const std::uint32_t members = m_items[m_item++].children;
-    RefCntPtr<IParameters> bag = m_registry->CreateParameters();
-    Fill(*bag, members);
-    return bag;
-}
-
-void DirectReader::Fill(IParameters& bag, std::uint32_t members) {
-    ParameterTable* const table = PlainBags::Find(bag);
-    if (table == nullptr) {
-        FillInNameOrder(bag, members);
-        return;
-    }
-    table->Reserve(members);
-    for (; members != 0; --members) {
-        if (m_items[m_item].kind == ItemKind::Null) {
-            ++m_item;
-            continue;
-        }
-        const int id = m_items[m_item].record->id;
-        table->Set(id, MakeValue());
-    }
-}
-
-// For a bag among plain ones that watches its values: they come in the order of their names, as on the long way.
-void DirectReader::FillInNameOrder(IParameters& bag, std::uint32_t members) {
-    std::vector<std::pair<std::u16string_view, std::size_t>> order;
-    for (; members != 0; --members) {
-        const ParameterInfo& info = *m_items[m_item].record->info;
-        order.emplace_back(m_names.Form() == NameForm::Camel ? info.camelName : info.shortName, m_item);
-        SkipItem();
-    }
-    std::sort(order.begin(), order.end());
-    const std::size_t behind = m_item;
-    for (const auto& [name, item] : order) {
-        m_item = item;
-        const Record& parameter = *m_items[item].record;
-        if (m_items[item].kind == ItemKind::Bag) {
-            FillNested(bag, parameter);
-        } else if (m_items[item].kind != ItemKind::Null) {
-            bag.SetParameter(parameter.id, MakeValue());
-        }
-    }
-    m_item = behind;
-}
-
-// A nested bag stands in its place while it is being filled.
-void DirectReader::FillNested(IParameters& bag, const Record& parameter) {
-    const std::uint32_t members = m_items[m_item++].children;
-    const RefCntPtr<IParameters> nested = m_registry->CreateParameters();
-    bag.SetParameter(parameter.id, MakeRefCnt<BagParameter>(Bag(nested)));
-    Fill(*nested, members);
-    bag.SetParameter(parameter.id, parameter.kind == PTC_Bag ? MakeRefCnt<BagParameter>(Bag(nested)) : nullptr);
-    if (parameter.kind == PTC_Structure) {
-        bag.SetParameter(parameter.id, MakeRefCnt<BagParameter>(Bag(nested)));
-    }
-}
-
-void DirectReader::SkipItem() {
-    for (std::size_t left = 1; left != 0; --left) {
-        left += m_items[m_item++].children;
-    }
-}
-
-// A null entry takes a bag too, and drops it.
-RefCntPtr<IParameters> DirectReader::MakeEntry() {
-    if (m_items[m_item].kind != ItemKind::Null) {
-        return MakeNested();
-    }
-    ++m_item;
-    m_registry->CreateParameters();
-    return {};
-}
-
-DirectReader::Value DirectReader::MakeValue() {
-    Item& item = m_items[m_item];
-    switch (item.kind) {
-        case ItemKind::Bag:
-            return MakeRefCnt<BagParameter>(Bag(MakeNested()));
-        case ItemKind::Bags: {
-            ++m_item;
-            Bags bags;
-            bags.reserve(item.children);
-            for (std::uint32_t left = item.children; left != 0; --left) {
-                bags.push_back(MakeNested());
-            }
-            return MakeRefCnt<ValParameter<Bags>>(std::move(bags));
-        }
-        case ItemKind::BagMap: {
-            ++m_item;
-            BagMap bags;
-            for (std::uint32_t left = item.children; left != 0; --left) {
-                TString& key = m_keys[item.firstKey + item.children - left];
-                bags.emplace_hint(bags.end(), std::move(key), MakeEntry());
-            }
-            return MakeRefCnt<ValParameter<BagMap>>(std::move(bags));
-        }
-        default:
-            ++m_item;
-            return std::move(item.value);
-    }
-}
-
-DirectReader::Value DirectReader::ReadScalar(const Record& parameter) {
-    switch (parameter.type) {
-        case DirectType::Int:
-            return ReadNumber<int>();
-        case DirectType::UInt:
-            return ReadNumber<unsigned int>();
-        case DirectType::Int64:
-            return ReadNumber<Int64>();
-        case DirectType::UInt64:
-            return ReadNumber<UInt64>();
-        case DirectType::Double:
-            return ReadNumber<double>();
-        case DirectType::Bool:
-            return ReadBool();
-        case DirectType::String: {
-            TString text;
-            if (*m_at != u'"' || !TakeString((++m_at, text))) {
-                return {};
-            }
-            return MakeRefCnt<ValParameter<TString>>(std::move(text));
-        }
-        case DirectType::Text: {
-            std::u16string_view text;
-            return *m_at == u'"' && TakePlainString((++m_at, text)) ? parameter.text->fromText(text) : Value();
-        }
-        default:
-            return {};
-    }
-}
-
-DirectReader::Value DirectReader::ReadList(const Record& parameter) {
-    const Level level(*this);
-    if (level.IsTooDeep() || *m_at != u'[') {
-        return {};
-    }
-    ++m_at;
-    switch (parameter.type) {
-        case DirectType::Int:
-            return ReadNumbers<int>();
-        case DirectType::UInt:
-            return ReadNumbers<unsigned int>();
-        case DirectType::Int64:
-            return ReadNumbers<Int64>();
-        case DirectType::UInt64:
-            return ReadNumbers<UInt64>();
-        case DirectType::Double:
-            return ReadNumbers<double>();
-        case DirectType::Bool:
-            return ReadBools();
-        case DirectType::String:
-            return ReadStrings();
-        case DirectType::Text: {
-            StringTexts texts(*this);
-            Value list = parameter.text->fromTexts(texts);
-            return texts.Ended() ? list : Value();
-        }
-        default:
-            return {};
-    }
-}
-
-// Keys stand as they are.
-DirectReader::Value DirectReader::ReadMap(const Record& parameter) {
-    const Level level(*this);
-    if (level.IsTooDeep() || parameter.type != DirectType::String || !Take(u'{')) {
-        return {};
-    }
-    std::map<TString, TString> texts;
-    if (!Take(u'}')) {
+    at = SkipBlanks(at);
+    if (*at != u'}') {
         do {
             std::u16string_view key;
-            TString text;
-            if (!Take(u'"') || !TakePlainString(key) || !Take(u':') || !Take(u'"') || !TakeString(text)) {
-                return {};
+            at = Expect(entries == 0 ? at : at + 1, u'"');
+            at = at == nullptr ? nullptr : TakePlainString(at, m_end, key);
+            at = at == nullptr || (entries != 0 && key <= lastKey) ? nullptr : Expect(at, u':');
+            if (at == nullptr) {
+                return nullptr;
+            }
+            lastKey = key;
+            at = ReadEntry(SkipBlanks(at), parameter, m_items.AddKey(key));
+            if (at == nullptr) {
+                return nullptr;
+            }
+            ++entries;
+            at = SkipBlanks(at);
+        } while (*at == u',');
+    }
+    m_items.SetInside(position, DirectItem::Kind::BagMap, entries);
+    return *at == u'}' ? at + 1 : nullptr;
+}
+
+const char16_t* DirectReader::ReadEntry(const char16_t* at, const Record& parameter, int key) {
+    return *at == u'{' ? ReadBag(at + 1, &parameter, key) : ReadNull(at, key);
+}
+
+const char16_t* DirectReader::ReadScalar(const char16_t* at, const Record& parameter) {
+    switch (parameter.type) {
+        case DirectType::Int:
+            return ReadNumber<int>(at, parameter.id);
+        case DirectType::UInt:
+            return ReadNumber<unsigned int>(at, parameter.id);
+        case DirectType::Int64:
+            return ReadNumber<::Int64>(at, parameter.id);
+        case DirectType::UInt64:
+            return ReadNumber<::UInt64>(at, parameter.id);
+        case DirectType::Double:
+            return ReadNumber<double>(at, parameter.id);
+        case DirectType::Bool:
+            return ReadBool(at, parameter.id);
+        case DirectType::String:
+            return ReadString(at, parameter.id);
+        case DirectType::Text:
+            return ReadText(at, parameter);
+        default:
+            return ReadNull(at, parameter.id);
+    }
+}
+
+// Behind the opening bracket.
+const char16_t* DirectReader::ReadList(const char16_t* at, const Record& parameter) {
+    const Level level(*this);
+    if (level.IsTooDeep()) {
+        return nullptr;
+    }
+    switch (parameter.type) {
+        case DirectType::Int:
+            return ReadNumbers<int>(at, parameter.id);
+        case DirectType::UInt:
+            return ReadNumbers<unsigned int>(at, parameter.id);
+        case DirectType::Int64:
+            return ReadNumbers<::Int64>(at, parameter.id);
+        case DirectType::UInt64:
+            return ReadNumbers<::UInt64>(at, parameter.id);
+        case DirectType::Double:
+            return ReadNumbers<double>(at, parameter.id);
+        case DirectType::Bool:
+            return ReadBools(at, parameter.id);
+        case DirectType::String:
+            return ReadStrings(at, parameter.id);
+        case DirectType::Text:
+            return ReadTexts(at, parameter);
+        default:
+            return nullptr;
+    }
+}
+
+// Behind the opening brace. Keys stand as they are.
+const char16_t* DirectReader::ReadMap(const char16_t* at, int id) {
+    const Level level(*this);
+    if (level.IsTooDeep()) {
+        return nullptr;
+    }
+    std::map<TString, TString> texts;
+    at = SkipBlanks(at);
+    if (*at != u'}') {
+        do {
+            std::u16string_view key;
+            at = Expect(texts.empty() ? at : at + 1, u'"');
+            at = at == nullptr ? nullptr : TakePlainString(at, m_end, key);
+            at = at == nullptr ? nullptr : Expect(at, u':');
+            at = at == nullptr ? nullptr : Expect(at, u'"');
+            if (at == nullptr) {
+                return nullptr;
             }
             const std::size_t size = texts.size();
-            texts.emplace_hint(texts.end(), key, std::move(text));
-            if (texts.size() == size) {
-                return {};
+            const auto entry = texts.emplace_hint(texts.end(), std::piecewise_construct, std::forward_as_tuple(key),
+                                                  std::forward_as_tuple());
+            at = texts.size() == size ? nullptr : TakeString(at, m_end, entry->second);
+            if (at == nullptr) {
+                return nullptr;
             }
-        } while (Take(u','));
-        if (!Take(u'}')) {
-            return {};
-        }
+            at = SkipBlanks(at);
+        } while (*at == u',');
     }
-    return MakeRefCnt<ValParameter<std::map<TString, TString>>>(std::move(texts));
+    m_items.AddValue<ValParameter<std::map<TString, TString>>>(id, std::move(texts));
+    return *at == u'}' ? at + 1 : nullptr;
 }
 
 template <class T>
-bool DirectReader::TakeNumber(T& value) {
-    std::conditional_t<std::is_same_v<T, double>, double, Int64> number = 0;
-    const char16_t* behind = nullptr;
+const char16_t* DirectReader::TakeNumber(const char16_t* at, T& value) const {
+    std::conditional_t<std::is_same_v<T, double>, double, ::Int64> number = 0;
     if constexpr (std::is_same_v<T, double>) {
-        behind = m_numbers.TakeReal(m_at, number);
+        at = m_numbers.TakeReal(at, number);
     } else {
-        behind = m_numbers.TakeInteger(m_at, number);
+        at = m_numbers.TakeInteger(at, number);
     }
-    if (behind == nullptr || !Fits(number, value)) {
-        return false;
-    }
-    m_at = behind;
-    return true;
+    return at != nullptr && Fits(number, value) ? at : nullptr;
 }
 
 template <class T>
-DirectReader::Value DirectReader::ReadNumber() {
-    T value{};
-    return TakeNumber(value) ? MakeRefCnt<ValParameter<T>>(value) : Value();
+const char16_t* DirectReader::ReadNumber(const char16_t* at, int id) {
+    T number{};
+    const char16_t* const behind = TakeNumber(at, number);
+    if (behind == nullptr) [[unlikely]] {
+        return ReadNull(at, id);
+    }
+    m_items.AddValue<ValParameter<T>>(id, number);
+    return behind;
 }
 
-// A list whose opening bracket has been taken.
+const char16_t* DirectReader::ReadBool(const char16_t* at, int id) {
+    bool truth = false;
+    const char16_t* const behind = TakeBool(at, truth);
+    if (behind == nullptr) [[unlikely]] {
+        return ReadNull(at, id);
+    }
+    m_items.AddValue<ValParameter<bool>>(id, truth);
+    return behind;
+}
+
+const char16_t* DirectReader::ReadString(const char16_t* at, int id) {
+    if (*at != u'"') [[unlikely]] {
+        return ReadNull(at, id);
+    }
+    TString text;
+    at = TakeString(at + 1, m_end, text);
+    if (at != nullptr) {
+        m_items.AddValue<ValParameter<TString>>(id, std::move(text));
+    }
+    return at;
+}
+
+const char16_t* DirectReader::ReadText(const char16_t* at, const Record& parameter) {
+    if (*at != u'"') [[unlikely]] {
+        return ReadNull(at, parameter.id);
+    }
+    std::u16string_view text;
+    at = TakePlainString(at + 1, m_end, text);
+    if (at == nullptr) {
+        return nullptr;
+    }
+    Value value = parameter.text->fromText(text);
+    if (!value) {
+        return nullptr;
+    }
+    m_items.Add(parameter.id, std::move(value));
+    return at;
+}
+
+// Behind the opening bracket, as all lists.
+const char16_t* DirectReader::ReadTexts(const char16_t* at, const Record& parameter) {
+    StringTexts texts(at, m_end);
+    Value value = parameter.text->fromTexts(texts);
+    if (!value) {
+        return nullptr;
+    }
+    m_items.Add(parameter.id, std::move(value));
+    return texts.Behind();
+}
+
 template <class T>
-DirectReader::Value DirectReader::ReadNumbers() {
-    std::vector<T> values;
-    if (!Take(u']')) {
-        SkipBlanks();
-        values.reserve(CountElements(m_at, m_end));
-        do {
-            SkipBlanks();
-            m_at = TakeUsualNumbers(m_at, m_begin, m_end, values);
-            if (*m_at == u'[') {
-                if (!ReadRun(values)) {
-                    return {};
-                }
-                continue;
+const char16_t* DirectReader::ReadNumbers(const char16_t* at, int id) {
+    std::vector<T> plain;
+    std::vector<RunAt<T>> runs;
+    at = SkipBlanks(at);
+    if (*at != u']') {
+        ReserveLarge(plain, CountElements(at, m_end));
+        while (true) {
+            at = TakeUsualNumbers(SkipBlanks(at), m_begin, m_end, plain);
+            if (*at == u'[') {
+                at = ReadRun(at + 1, plain.size(), runs);
+            } else {
+                T number{};
+                at = TakeNumber(at, number);
+                plain.push_back(number);
             }
-            T value{};
-            if (!TakeNumber(value)) {
-                return {};
+            if (at == nullptr) {
+                return nullptr;
             }
-            values.push_back(value);
-        } while (Take(u','));
-        if (!Take(u']')) {
-            return {};
+            at = SkipBlanks(at);
+            if (*at != u',') {
+                break;
+            }
+            ++at;
         }
     }
-    return MakeRefCnt<ValParameter<std::vector<T>>>(std::move(values));
+    if (*at != u']') {
+        return nullptr;
+    }
+    m_items.AddValue<ValParameter<std::vector<T>>>(id, runs.empty() ? std::move(plain) : Expanded(plain, runs));
+    return at + 1;
 }
 
-// A nested list: a run of two or three items, or the marker that a packed list ends with. Other sizes go the long way,
-// as do runs that it refuses.
+// A nested list, from behind its opening bracket on: a run of two or three items, or the marker that a packed list ends
+// with. Other sizes go the long way, as do runs that it refuses.
 template <class T>
-bool DirectReader::ReadRun(std::vector<T>& values) {
-    using Step = typename std::conditional_t<std::is_integral_v<T>, std::make_signed<T>, std::type_identity<T>>::type;
+const char16_t* DirectReader::ReadRun(const char16_t* at, std::size_t position, std::vector<RunAt<T>>& runs) {
     const Level level(*this);
-    ++m_at;
-    if (level.IsTooDeep() || Take(u']')) {
-        return !level.IsTooDeep();
+    at = SkipBlanks(at);
+    if (level.IsTooDeep() || *at == u']') {
+        return level.IsTooDeep() ? nullptr : at + 1;
     }
-    T first{};
-    unsigned int length = 0;
-    Step step{};
-    SkipBlanks();
-    if (!TakeNumber(first) || !Take(u',') || (SkipBlanks(), !TakeNumber(length))) {
-        return false;
+    RunAt<T> run{position, {}, 0, {}};
+    at = TakeNumber(at, run.first);
+    at = at == nullptr ? nullptr : Expect(at, u',');
+    at = at == nullptr ? nullptr : TakeNumber(SkipBlanks(at), run.length);
+    if (at == nullptr) {
+        return nullptr;
     }
-    if (std::is_integral_v<T> && Take(u',') && (SkipBlanks(), !TakeNumber(step))) {
-        return false;
+    at = SkipBlanks(at);
+    if (std::is_integral_v<T> && *at == u',') {
+        at = TakeNumber(SkipBlanks(at + 1), run.step);
     }
-    if (!Take(u']')) {
-        return false;
+    at = at == nullptr ? nullptr : Expect(at, u']');
+    if (at == nullptr) {
+        return nullptr;
     }
-    PresLayerLimits::ExpansionBudgetScope::Spend(length * sizeof(T));
-    m_spent += length * sizeof(T);
-    qvpreslayer::detail::AppendRun(values, first, length, step);
-    return true;
+    PresLayerLimits::ExpansionBudgetScope::Spend(run.length * sizeof(T));
+    m_spent += run.length * sizeof(T);
+    runs.push_back(run);
+    return at;
 }
 
-bool DirectReader::TakeWord(std::u16string_view word) {
-    if (static_cast<std::size_t>(m_end - m_at) < word.size() || std::u16string_view(m_at, word.size()) != word) {
-        return false;
+const char16_t* DirectReader::TakeWord(const char16_t* at, std::u16string_view word) const {
+    const bool stands =
+        static_cast<std::size_t>(m_end - at) >= word.size() && std::u16string_view(at, word.size()) == word;
+    return stands ? at + word.size() : nullptr;
+}
+
+const char16_t* DirectReader::TakeBool(const char16_t* at, bool& value) const {
+    if (m_end - at < 5) [[unlikely]] {
+        value = *at == u't';
+        return TakeWord(at, value ? u"true" : u"false");
     }
-    m_at += word.size();
-    return true;
+    value = std::memcmp(at, u"true", 4 * sizeof(char16_t)) == 0;
+    const bool isFalse = at[4] == u'e' && std::memcmp(at, u"fals", 4 * sizeof(char16_t)) == 0;
+    return value ? at + 4 : isFalse ? at + 5 : nullptr;
 }
 
-bool DirectReader::TakeBool(bool& value) {
-    value = *m_at == u't';
-    return TakeWord(value ? u"true" : u"false");
-}
-
-DirectReader::Value DirectReader::ReadBool() {
-    bool value = false;
-    return TakeBool(value) ? MakeRefCnt<ValParameter<bool>>(value) : Value();
-}
-
-DirectReader::Value DirectReader::ReadBools() {
+const char16_t* DirectReader::ReadBools(const char16_t* at, int id) {
     std::vector<bool> values;
-    if (!Take(u']')) {
+    at = SkipBlanks(at);
+    if (*at != u']') {
         do {
-            SkipBlanks();
-            bool value = false;
-            if (!TakeBool(value)) {
-                return {};
+            bool truth = false;
+            at = TakeBool(SkipBlanks(values.empty() ? at : at + 1), truth);
+            if (at == nullptr) {
+                return nullptr;
             }
-            values.push_back(value);
-        } while (Take(u','));
-        if (!Take(u']')) {
-            return {};
-        }
+            values.push_back(truth);
+            at = SkipBlanks(at);
+        } while (*at == u',');
     }
-    return MakeRefCnt<ValParameter<std::vector<bool>>>(std::move(values));
+    m_items.AddValue<ValParameter<std::vector<bool>>>(id, std::move(values));
+    return *at == u']' ? at + 1 : nullptr;
 }
 
-DirectReader::Value DirectReader::ReadStrings() {
+const char16_t* DirectReader::ReadStrings(const char16_t* at, int id) {
     std::vector<TString> values;
-    if (!Take(u']')) {
+    at = SkipBlanks(at);
+    if (*at != u']') {
         do {
-            if (!Take(u'"') || !TakeString(values.emplace_back())) {
-                return {};
+            at = Expect(values.empty() ? at : at + 1, u'"');
+            at = at == nullptr ? nullptr : TakeString(at, m_end, values.emplace_back());
+            if (at == nullptr) {
+                return nullptr;
             }
-        } while (Take(u','));
-        if (!Take(u']')) {
-            return {};
-        }
+            at = SkipBlanks(at);
+        } while (*at == u',');
     }
-    return MakeRefCnt<ValParameter<std::vector<TString>>>(std::move(values));
-}
-
-// Behind the opening quotation mark; behind the closing one afterwards.
-bool DirectReader::TakeString(TString& text) {
-    const StringInside inside = SkipString(m_at, m_end);
-    if (!inside.closed) {
-        return false;
-    }
-    const std::u16string_view raw(m_at, static_cast<std::size_t>(inside.end - m_at));
-    if (inside.escaped) [[unlikely]] {
-        text = Unescaped(raw);
-    } else {
-        text = raw;
-    }
-    m_at = inside.end + 1;
-    return true;
-}
-
-// The same for a string without escapes.
-bool DirectReader::TakePlainString(std::u16string_view& text) {
-    const StringInside inside = SkipString(m_at, m_end);
-    if (!inside.closed || inside.escaped) {
-        return false;
-    }
-    text = {m_at, static_cast<std::size_t>(inside.end - m_at)};
-    m_at = inside.end + 1;
-    return true;
+    m_items.AddValue<ValParameter<std::vector<TString>>>(id, std::move(values));
+    return *at == u']' ? at + 1 : nullptr;
 }

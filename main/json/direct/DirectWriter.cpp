@@ -367,8 +367,7 @@ void DirectWriter::PutKey(const TString& key, bool first) {
         return;
     }
     *to++ = u'"';
-    to = CopyText(to, key.view().find(u'-') == std::u16string_view::npos ? key : DashedToCamel(key));
-    m_sink.Accept(CopyUnits(to, u"\":"));
+    m_sink.Accept(CopyUnits(WriteCamel(to, key), u"\":"));
 }
 
 bool DirectWriter::WriteMap(const Record& parameter, const IParameter& value, bool first) {

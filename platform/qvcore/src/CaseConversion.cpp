@@ -11,15 +11,21 @@ constexpr char16_t kCaseDistance = u'a' - u'A';
 
 TString DashedToCamel(const TString& dashed) {
     TString camel;
-    camel.reserve(dashed.size());
-    for (std::size_t i = 0; i < dashed.size(); ++i) {
-        if (dashed[i] == u'-' && i + 1 < dashed.size() && IsLower(dashed[i + 1])) {
-            camel.push_back(static_cast<char16_t>(dashed[++i] - kCaseDistance));
+    camel.Accept(WriteCamel(camel.Extend(dashed.size()), dashed));
+    return camel;
+}
+
+char16_t* WriteCamel(char16_t* to, std::u16string_view dashed) noexcept {
+    const char16_t* const end = dashed.data() + dashed.size();
+    for (const char16_t* at = dashed.data(); at != end; ++at) {
+        if (*at == u'-' && at + 1 != end && IsLower(at[1])) [[unlikely]] {
+            ++at;
+            *to++ = static_cast<char16_t>(*at - kCaseDistance);
         } else {
-            camel.push_back(dashed[i]);
+            *to++ = *at;
         }
     }
-    return camel;
+    return to;
 }
 
 TString CamelToDashed(const TString& camel) {

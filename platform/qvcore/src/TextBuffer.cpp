@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include <qvsys/BlockPool.h>
+#include <qvsys/LargePages.h>
 
 namespace qvcore::detail {
 
@@ -20,15 +21,17 @@ std::size_t Bytes(std::size_t capacity) { return (capacity + 1) * sizeof(char16_
 // Large texts belong to realloc, which lengthens a block of many pages without copying it.
 bool IsLarge(std::size_t capacity) { return Bytes(capacity) > qvsys::detail::kLargestKeptBlock; }
 
-char16_t* OrThrow(void* block) {
+// What the C library answered for a text of that capacity.
+char16_t* OrThrow(void* block, std::size_t capacity) {
     if (block == nullptr) {
         throw std::bad_alloc();
     }
+    qvsys::detail::PreferLargePages(block, Bytes(capacity));
     return static_cast<char16_t*>(block);
 }
 
 char16_t* Allocate(std::size_t capacity) {
-    return IsLarge(capacity) ? OrThrow(std::malloc(Bytes(capacity)))
+    return IsLarge(capacity) ? OrThrow(std::malloc(Bytes(capacity)), capacity)
                              : static_cast<char16_t*>(qvsys::detail::AllocateBlock(Bytes(capacity)));
 }
 
@@ -49,7 +52,7 @@ void TextBuffer::Grow(std::size_t units) {
     const std::size_t size = this->size();
     const std::size_t capacity = RoundUp(units);
     if (!IsInline() && IsLarge(Heap().capacity)) {
-        m_heap.data = OrThrow(std::realloc(Heap().data, Bytes(capacity)));
+        m_heap.data = OrThrow(std::realloc(Heap().data, Bytes(capacity)), capacity);
         m_heap.capacity = capacity;
         return;
     }

@@ -1,9 +1,12 @@
 #include <qvsys/BlockPool.h>
 
-#include <array>
+#include <atomic>
 #include <new>
+#include <utility>
 
 #include <qvsys/ThreadEnd.h>
+
+#include "BlockSlabs.h"
 
 // Under a sanitizer every block is the allocator's own, so that it sees every use after release.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -21,28 +24,60 @@ namespace qvsys::detail {
 
 namespace {
 
-constexpr std::size_t kGranule = 32;
-constexpr std::size_t kClasses = kLargestKeptBlock / kGranule;
-constexpr std::size_t kKeptBytes = 8 * 1024 * 1024;  // of one thread
-
-struct FreeBlock {
-    FreeBlock* next;
-};
-
-// Plain data, so that reaching it needs no check whether it has been made.
-thread_local constinit std::array<FreeBlock*, kClasses> t_lists{};
-thread_local constinit std::size_t t_keptBytes = 0;  // beyond kKeptBytes where none are to be kept
-
-// Whether what the calling thread keeps will be freed at its end.
-bool IsWatched() noexcept {
-    static ThreadEnd s_end(ReleaseKeptBlocks);
-    return s_end.Watch();
+constexpr CurrentSlabs NoSlabs() {
+    CurrentSlabs slabs{};
+    slabs.fill(&BlockHeap::s_noSlab);
+    return slabs;
 }
 
+// Plain data, so that reaching it needs no check whether it has been made.
+thread_local constinit CurrentSlabs t_current = NoSlabs();
+thread_local constinit BlockHeap* t_heap = nullptr;
+thread_local constinit bool t_keepsNone = false;
+
+// Set once a block of a kept size came from the allocator itself. Until then no one asks where a block is from.
+constinit std::atomic<bool> s_hasLooseBlocks{false};
+
 constexpr std::size_t ClassOf(std::size_t bytes) { return (bytes - 1) / kGranule; }
-constexpr std::size_t SizeOf(std::size_t sizeClass) { return (sizeClass + 1) * kGranule; }
 
 bool IsKept(std::size_t bytes) { return QVSYS_KEEP_BLOCKS && bytes - 1 < kLargestKeptBlock; }
+
+void EndThread() noexcept {
+    if (BlockHeap* const heap = std::exchange(t_heap, nullptr)) {
+        heap->Abandon(t_current);
+    }
+}
+
+// The heap of the calling thread; null when it has none.
+BlockHeap* FindHeap() noexcept {
+    if (t_heap == nullptr && !t_keepsNone) {
+        static ThreadEnd s_end(EndThread);
+        if (s_end.Watch()) {
+            t_heap = BlockHeap::Acquire();
+        }
+    }
+    return t_keepsNone ? nullptr : t_heap;
+}
+
+void* Take(Slab& slab) noexcept {
+    FreeBlock* const block = slab.free;
+    slab.free = block->next;
+    ++slab.used;
+    return block;
+}
+
+[[gnu::noinline]] void* AllocateSlowly(std::size_t bytes) {
+    BlockHeap* const heap = FindHeap();
+    if (heap == nullptr) {
+        s_hasLooseBlocks.store(true, std::memory_order_relaxed);
+        return ::operator new(bytes);
+    }
+    Slab* const slab = heap->NextSlab(t_current, ClassOf(bytes));
+    if (slab == nullptr) {
+        throw std::bad_alloc();
+    }
+    return Take(*slab);
+}
 
 }  // namespace
 
@@ -50,14 +85,8 @@ void* AllocateBlock(std::size_t bytes) {
     if (!IsKept(bytes)) {
         return ::operator new(bytes);
     }
-    const std::size_t sizeClass = ClassOf(bytes);
-    FreeBlock* const block = t_lists[sizeClass];
-    if (block == nullptr) [[unlikely]] {
-        return ::operator new(SizeOf(sizeClass));
-    }
-    t_lists[sizeClass] = block->next;
-    t_keptBytes -= SizeOf(sizeClass);
-    return block;
+    Slab& slab = *t_current[ClassOf(bytes)];
+    return slab.free != nullptr ? Take(slab) : AllocateSlowly(bytes);
 }
 
 void* TryAllocateBlock(std::size_t bytes) noexcept {
@@ -69,41 +98,38 @@ void* TryAllocateBlock(std::size_t bytes) noexcept {
 }
 
 void ReleaseBlock(void* block, std::size_t bytes) noexcept {
-    if (block == nullptr || !IsKept(bytes)) {
+    if (block == nullptr || !IsKept(bytes) ||
+        (s_hasLooseBlocks.load(std::memory_order_relaxed) && !BlockHeap::IsInSlab(block))) [[unlikely]] {
         ::operator delete(block);
         return;
     }
-    const std::size_t sizeClass = ClassOf(bytes);
-    if (t_keptBytes - 1 >= kKeptBytes) [[unlikely]] {  // enough of them, or none, which may be the first of its thread
-        if (t_keptBytes != 0 || !IsWatched()) {
-            ::operator delete(block);
-            return;
-        }
+    Slab& slab = *Slab::Of(block);
+    auto* const released = static_cast<FreeBlock*>(block);
+    if (slab.heap != t_heap) [[unlikely]] {
+        slab.heap->ReleaseElsewhere(released);
+        return;
     }
-    auto* const kept = static_cast<FreeBlock*>(block);
-    kept->next = t_lists[sizeClass];
-    t_lists[sizeClass] = kept;
-    t_keptBytes += SizeOf(sizeClass);
+    released->next = slab.free;
+    slab.free = released;
+    if (--slab.used <= slab.attention) [[unlikely]] {
+        t_heap->Attend(slab);
+    }
 }
 
 void ReleaseKeptBlocks() noexcept {
-    for (FreeBlock*& list : t_lists) {
-        while (list != nullptr) {
-            FreeBlock* const block = list;
-            list = block->next;
-            ::operator delete(block);
-        }
+    t_keepsNone = false;
+    if (t_heap != nullptr) {
+        t_heap->FreeEmptySlabs(t_current);
     }
-    t_keptBytes = 0;
 }
 
 KeepNoBlocks::KeepNoBlocks() noexcept {
-    ReleaseKeptBlocks();
-    t_keptBytes = kKeptBytes + 1;  // none is there to take, and there is no room for one
+    EndThread();  // no slab is current: every block is asked for slowly
+    t_keepsNone = true;
 }
 
 KeepNoBlocks::~KeepNoBlocks() { ReleaseKeptBlocks(); }
 
-bool KeepsBlocks() noexcept { return QVSYS_KEEP_BLOCKS && t_keptBytes <= kKeptBytes; }
+bool KeepsBlocks() noexcept { return QVSYS_KEEP_BLOCKS && !t_keepsNone; }
 
 }  // namespace qvsys::detail

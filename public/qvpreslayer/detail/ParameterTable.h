@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include <qvsys/RefCntPtr.h>
@@ -35,10 +36,27 @@ public:
     ~ParameterTable();
 
     // The value under id, or null.
-    IParameter* Find(int id) const noexcept;
+    IParameter* Find(int id) const noexcept {
+        // Identifiers often follow each other without gaps.
+        if (m_size != 0) {
+            const std::size_t guess = static_cast<std::uint32_t>(id) - static_cast<std::uint32_t>(m_entries[0].id);
+            if (guess < m_size && m_entries[guess].id == id) {
+                return m_entries[guess].value.Get();
+            }
+        }
+        return Search(id);
+    }
 
     // Stores a value that is not null, in place of any earlier one. Without memory nothing changes.
-    void Set(int id, Value value);
+    void Set(int id, Value value) {
+        // Most bags are filled upwards.
+        if (m_size < m_capacity && (m_size == 0 || end()[-1].id < id)) [[likely]] {
+            new (end()) Entry{id, std::move(value)};
+            ++m_size;
+        } else {
+            SetElsewhere(id, std::move(value));
+        }
+    }
 
     // Makes room for so many entries.
     void Reserve(std::size_t entries);
@@ -71,6 +89,8 @@ private:
     Entry* begin() const noexcept { return m_entries; }
     Entry* end() const noexcept { return m_entries + m_size; }
 
+    IParameter* Search(int id) const noexcept;
+    void SetElsewhere(int id, Value value);
     Entry* LowerBound(int id) const noexcept;
     void Insert(Entry* before, int id, Value value);
     void RemoveArray() noexcept;

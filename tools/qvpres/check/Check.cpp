@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 
 #include "tools/qvpres/check/ErrorSearch.h"
 #include "tools/qvpres/check/Leniencies.h"
@@ -24,7 +25,7 @@ bool IsBefore(const CheckFinding& left, const CheckFinding& right) {
 std::string Printable(std::u16string_view text) {
     std::u16string clean(text);
     std::replace_if(
-        clean.begin(), clean.end(), [](char16_t unit) { return unit < u' ' || unit == 0x7F; }, u' ');
+        clean.begin(), clean.end(), [](char16_t unit) { return unit < u' ' || (unit >= 0x7F && unit < 0xA0); }, u' ');
     return ToUtf8(clean);
 }
 
@@ -37,6 +38,18 @@ void AddExcerpt(CheckFinding& finding, const LineIndex& lines) {
     const std::u16string_view rest = line.substr(at);
     finding.excerpt = before + Printable(rest.substr(0, kExcerptAfter)) + (rest.size() > kExcerptAfter ? "…" : "");
     finding.excerptColumn = Width(before);
+}
+
+// What makes reading fail is no leniency too.
+void DropLenienciesOfErrors(std::vector<CheckFinding>& findings) {
+    std::set<std::size_t> errors;
+    for (const CheckFinding& finding : findings) {
+        if (finding.isError) {
+            errors.insert(finding.offset);
+        }
+    }
+    std::erase_if(findings,
+                  [&](const CheckFinding& finding) { return !finding.isError && errors.contains(finding.offset); });
 }
 
 void AddPlaces(std::vector<CheckFinding>& findings, std::u16string_view text) {
@@ -76,13 +89,15 @@ CheckResult Check(std::string_view utf8, const LoadedVocabulary& vocabulary, con
         result.findings.push_back(NotJSON(failure, text));
     }
     if (cutText) {
-        result.findings = FindErrors(*cutText, options.maxFindings + 1);
+        ReadingOutcome outcome = ReadInPieces(*cutText, options.maxFindings + 1, options.strict);
+        result.findings = std::move(outcome.errors);
+        if (options.strict) {
+            AddLeniencies(*cutText, outcome.notes, result.findings);
+        }
     }
     if (options.strict) {
-        if (cutText) {
-            FindLeniencies(*cutText, result.findings);
-        }
         FindInvalidUtf8(utf8, result.findings);
+        DropLenienciesOfErrors(result.findings);
     }
     std::stable_sort(result.findings.begin(), result.findings.end(), IsBefore);
     if (result.findings.size() > options.maxFindings) {

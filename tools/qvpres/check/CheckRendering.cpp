@@ -36,9 +36,9 @@ void WriteFindings(std::ostream& out, const std::string& file, std::size_t first
         out << style.Strong(file + ":" + std::to_string(line) + ":" + std::to_string(finding.column) + ":") << " "
             << (finding.isError ? style.Error("error:") : style.Warning("lenient:")) << " ";
         if (!finding.path.empty()) {
-            out << style.Name(finding.path) << ": ";
+            out << style.Name(Visible(finding.path)) << ": ";
         }
-        out << finding.message << "\n";
+        out << Visible(finding.message) << "\n";
         WriteExcerpt(out, finding, line, style);
     }
     if (result.cut) {

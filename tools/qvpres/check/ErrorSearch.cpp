@@ -13,60 +13,90 @@ using Node = ParameterText::Node;
 
 constexpr std::size_t kLongestValue = 40;  // characters of a value that a message shows
 
+// Keeps what the reader tells of one reading.
+class Notes final : public IReadingDiagnostics {
+public:
+    void Report(Leniency leniency, int, const TextLocation& location) override {
+        m_notes.push_back({leniency, location.offset});
+    }
+
+    std::vector<ReadingNote> Take() { return std::move(m_notes); }
+
+private:
+    std::vector<ReadingNote> m_notes;
+};
+
+// A text of its own for a part of the text, and where that part lies in both.
+struct Piece {
+    TString json;
+    std::size_t prefix = 0;  // units before the part
+    std::size_t begin = 0;   // of the part in the whole text
+    std::size_t size = 0;
+};
+
 class ErrorSearch {
 public:
-    ErrorSearch(const ParameterText& text, std::size_t most)
-        : m_text(text), m_most(most), m_session(text.Names() == NameForm::Short), m_reader(text.Namespace()) {}
+    ErrorSearch(const ParameterText& text, std::size_t most, bool withNotes)
+        : m_text(text),
+          m_most(most),
+          m_withNotes(withNotes),
+          m_session(text.Names() == NameForm::Short),
+          m_reader(text.Namespace()) {}
 
-    std::vector<CheckFinding> Find() {
+    ReadingOutcome Find() {
         if (m_text.KindOf(0) != JSONKind::Object) {
             CheckFinding finding = At(0);
             finding.code = "root";
             SetKinds(finding, "object", KindName(m_text.KindOf(0)));
-            return {finding};
+            return {{finding}, {}};
         }
-        const std::exception_ptr failure = Read(m_text.Text());
+        const std::exception_ptr failure = Read({m_text.Text(), 0, 0, m_text.Text().size()});
         if (failure && !SearchInside(0)) {
             ReportWhole(failure);
         }
-        return std::move(m_findings);
+        return {std::move(m_findings), std::move(m_notes)};
     }
 
 private:
-    // What reading a text throws.
-    std::exception_ptr Read(std::u16string_view json) const {
+    // What reading a piece throws; when it throws nothing, what is told of the part counts.
+    std::exception_ptr Read(const Piece& piece) {
+        Notes notes;
+        m_reader.SetDiagnostics(m_withNotes ? &notes : nullptr);
         try {
-            m_reader.ToParameters(json);
-            return nullptr;
+            m_reader.ToParameters(piece.json);
         } catch (...) {
             return std::current_exception();
         }
+        for (const ReadingNote& note : notes.Take()) {
+            if (note.offset >= piece.prefix && note.offset < piece.prefix + piece.size) {
+                m_notes.push_back({note.leniency, note.offset - piece.prefix + piece.begin});
+            }
+        }
+        return nullptr;
     }
 
     std::u16string_view Slice(std::size_t begin, std::size_t behind) const {
         return m_text.Text().substr(begin, behind - begin);
     }
 
-    // The name token of the parameter that an element or entry is in.
-    std::u16string_view OuterName(Node node) const {
-        const TextNode& outer = m_text[m_text[node].parent];
-        const JSONNode& token = m_text.Document()[outer.nameToken];
-        return Slice(outer.begin, token.end + 1u);
+    // The name token of a parameter, and that of the one which an element or entry is in.
+    std::u16string_view NameOf(const TextNode& parameter) const {
+        return Slice(parameter.begin, m_text.Document()[parameter.nameToken].end + 1u);
     }
 
-    std::exception_ptr ReadAlone(Node node) const {
+    Piece PieceOf(Node node) const {
         const TextNode& it = m_text[node];
-        TString json = u"{";
-        if (it.role == Role::Element || it.role == Role::Entry) {
-            json += OuterName(node);
-            json += it.role == Role::Element ? u":[" : u":{";
+        Piece piece{u"{", 0, it.begin, it.behind - it.begin};
+        const bool isElement = it.role == Role::Element;
+        const bool isEntry = it.role == Role::Entry;
+        if (isElement || isEntry) {
+            piece.json += NameOf(m_text[it.parent]);
+            piece.json += isElement ? u":[" : u":{";
         }
-        json += Slice(it.begin, it.behind);
-        if (it.role == Role::Element || it.role == Role::Entry) {
-            json += it.role == Role::Element ? u"]" : u"}";
-        }
-        json += u"}";
-        return Read(json);
+        piece.prefix = piece.json.size();
+        piece.json += Slice(it.begin, it.behind);
+        piece.json += isElement ? u"]}" : isEntry ? u"}}" : u"}";
+        return piece;
     }
 
     // False when every piece inside reads alone.
@@ -77,9 +107,10 @@ private:
                 return true;
             }
             if (m_text[child].overridden) {
+                NoteOverridden(child);
                 continue;
             }
-            const std::exception_ptr failure = ReadAlone(child);
+            const std::exception_ptr failure = Read(PieceOf(child));
             if (failure) {
                 found = true;
                 if (!SearchInside(child) && !SearchElements(child)) {
@@ -88,6 +119,13 @@ private:
             }
         }
         return found;
+    }
+
+    // The reader tells it of objects that it reads as a whole; this one is read in pieces.
+    void NoteOverridden(Node member) {
+        if (m_withNotes) {
+            m_notes.push_back({Leniency::DuplicateMember, m_text[member].begin});
+        }
     }
 
     // The elements of a list, which are no nodes.
@@ -99,13 +137,14 @@ private:
         }
         bool found = false;
         std::size_t position = 0;
-        const TString before = u"{" + TString(Slice(list.begin, document[list.nameToken].end + 1u)) + u":[";
+        const TString before = u"{" + TString(NameOf(list)) + u":[";
         const auto behind = document.Next(list.value);
         for (auto element = list.value + 1; element != behind; element = document.Next(element), ++position) {
             if (m_findings.size() >= m_most) {
                 return true;
             }
-            if (const auto failure = Read(before + ElementText(element) + u"]}")) {
+            const Piece piece{before + ElementText(element) + u"]}", before.size(), OffsetOf(element), 1};
+            if (const auto failure = Read(piece)) {
                 found = true;
                 ReportElement(node, element, position, failure);
             }
@@ -228,7 +267,10 @@ private:
     static std::string ExpectedName(const TextNode& owner, ParameterTypeCategory kind) {
         const std::string kindName(KindName(kind));
         const std::string type = owner.declaration == nullptr ? "" : TypeName(*owner.declaration);
-        return type.empty() || type == kindName ? kindName : kindName + " (" + type + ")";
+        if (type.starts_with(kindName)) {
+            return type;
+        }
+        return type.empty() ? kindName : kindName + " (" + type + ")";
     }
 
     static std::string ElementTypeName(const TextNode& owner) {
@@ -246,15 +288,17 @@ private:
 
     const ParameterText& m_text;
     std::size_t m_most;
+    bool m_withNotes;
     ToolSession m_session;
     JSONSerializer m_reader;
     std::vector<CheckFinding> m_findings;
+    std::vector<ReadingNote> m_notes;
 };
 
 }  // namespace
 
-std::vector<CheckFinding> FindErrors(const ParameterText& text, std::size_t most) {
-    return ErrorSearch(text, most).Find();
+ReadingOutcome ReadInPieces(const ParameterText& text, std::size_t mostErrors, bool withNotes) {
+    return ErrorSearch(text, mostErrors, withNotes).Find();
 }
 
 }  // namespace qvpres

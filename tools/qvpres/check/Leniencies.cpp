@@ -1,6 +1,7 @@
 #include "tools/qvpres/check/Leniencies.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <utility>
@@ -18,167 +19,180 @@ namespace qvpres {
 
 namespace {
 
+using Index = JSONDocument::Index;
 using Node = ParameterText::Node;
 
-// What is lenient about one value: a code and a sentence.
-struct Leniency {
+// A leniency before it is told: where, and what.
+struct Raw {
+    std::size_t offset = 0;
+    Node node = 0;
+    bool inList = false;  // an element of the node's list, rather than the node itself
     std::string code;
     std::string message;
 };
 
-// What reading makes of single values.
-class ValueRules {
-public:
-    ValueRules(const JSONDocument& document, const TextNode& owner)
-        : m_document(document),
-          m_type(owner.declaration == nullptr ? nullptr : owner.declaration->type),
-          m_kind(owner.info->serializer ? owner.info->serializer->GetType() : PTC_None) {}
+std::size_t OffsetOf(const JSONDocument& document, Index value) {
+    const JSONNode& token = document[value];
+    return token.kind == JSONKind::String ? token.begin - 1u : token.begin;
+}
 
-    std::optional<Leniency> Look(JSONDocument::Index value, bool isElement) const {
-        const JSONKind kind = m_document[value].kind;
-        switch (kind) {
-            case JSONKind::Null:
-            case JSONKind::Object:
-            case JSONKind::Array:
-                if (isElement) {
-                    return Leniency{"empty-text", std::string(KindName(kind)) + " counts as the empty text"};
-                }
-                return std::nullopt;
-            case JSONKind::Integer:
-            case JSONKind::Real:
-                return LookAtNumber(value);
-            case JSONKind::Bool:
-                return m_kind == PTC_Text ? Other("bool", "text") : std::nullopt;
+// The value, or name, that begins at a place: tokens stand in the order of the text.
+Index TokenAt(const JSONDocument& document, std::size_t offset) {
+    Index low = 0;
+    Index high = document.Next(0);
+    while (high - low > 1) {
+        const Index middle = low + (high - low) / 2;
+        (OffsetOf(document, middle) <= offset ? low : high) = middle;
+    }
+    return low;
+}
+
+std::string WrappedMessage(std::u16string_view digits) {
+    return ToUtf8(digits) + " is read as " + TString::number(TravellingInteger(digits)).ToUtf8() +
+           ": integers keep their low 32 bits; quoted they stay whole";
+}
+
+std::string RoundedMessage(std::u16string_view digits) {
+    double value = 0;
+    ParseDouble(digits, value);
+    return ToUtf8(digits) + " is read as " + ParameterTypeTraits<double>::ToText(value).ToUtf8() +
+           ": reals keep 14 digits behind the point";
+}
+
+const ValueType* TypeOf(const TextNode& node) { return node.declaration == nullptr ? nullptr : node.declaration->type; }
+
+// The innermost node around a place.
+Node NodeAt(const ParameterText& text, std::size_t offset) {
+    Node node = 0;
+    for (Node child = 1; child < text[node].end;) {
+        if (text[child].begin <= offset && offset < text[child].behind) {
+            node = child;
+            child = node + 1;
+        } else {
+            child = text[child].end;
+        }
+    }
+    return node;
+}
+
+// The unit of an escape, of its four digits.
+char16_t UnitOf(std::u16string_view digits) {
+    unsigned unit = 0;
+    for (const char16_t digit : digits) {
+        unit = unit * 16 + (digit <= u'9' ? digit - u'0' : (digit | 0x20) - u'a' + 10u);
+    }
+    return static_cast<char16_t>(unit);
+}
+
+// The reader's notes in words.
+class NoteWords {
+public:
+    explicit NoteWords(const ParameterText& text) : m_text(text), m_document(text.Document()) {}
+
+    // Nothing for what is found by looking at the text.
+    std::optional<std::pair<std::string, std::string>> Describe(const ReadingNote& note, Node node) const {
+        const Index value = TokenAt(m_document, note.offset);
+        switch (note.leniency) {
+            case Leniency::UnknownName:
+                return {{"unknown-value", UnknownValue(m_text[node], m_document.Text(value))}};
+            case Leniency::DuplicateMember:
+                return {{"duplicate", "the name comes again in the same object; this one is not read"}};
+            case Leniency::WrappedInteger:
+                return {{"wraps", m_document[value].kind == JSONKind::String
+                                      ? "hours and minutes keep the low 32 bits of their number"
+                                      : WrappedMessage(m_document.Text(value))}};
+            case Leniency::SkippedRun:
+                return {{"run-skipped", SkippedRun(value)}};
+            case Leniency::NullMember:
+                return {{"null", "null is passed over, as if the member were not there"}};
+            case Leniency::LostDigits:
+                return {{"rounded", RoundedMessage(m_document.Text(value))}};
+            case Leniency::IgnoredValue:
+                return Ignored(m_text[node], m_document[value].kind);
             default:
-                return LookAtText(m_document.Text(value));
+                return std::nullopt;
         }
     }
 
 private:
-    static std::optional<Leniency> Other(std::string_view found, std::string_view expected) {
-        return Leniency{"other-kind",
-                        "a " + std::string(found) + " stands where a " + std::string(expected) + " is expected"};
+    // In place of the text of an element or entry, or of a structure.
+    static std::pair<std::string, std::string> Ignored(const TextNode& node, JSONKind kind) {
+        if (node.info != nullptr && (node.info->kind == PTC_List || node.info->kind == PTC_Map)) {
+            return {"empty-text", std::string(KindName(kind)) + " counts as the empty text"};
+        }
+        return {"passed-over", "an array stands where an object is expected and is passed over"};
     }
 
-    std::optional<Leniency> LookAtNumber(JSONDocument::Index value) const {
-        const std::u16string_view digits = m_document.Text(value);
-        if (m_document[value].kind == JSONKind::Integer) {
-            const TString read = TString::number(TravellingInteger(digits));
-            if (read != digits && digits != u"-0") {
-                return Leniency{"wraps", ToUtf8(digits) + " is read as " + read.ToUtf8() +
-                                             ": integers keep their low 32 bits; quoted they stay whole"};
-            }
-        } else if (const auto rounded = LookAtDigits(digits)) {
-            return rounded;
+    static std::string UnknownValue(const TextNode& node, std::u16string_view value) {
+        const ValueType* type = TypeOf(node);
+        if (type == nullptr || type->form != TextForm::Enumeration) {
+            return Quoted(ToUtf8(value)) + " is no name of the enumeration, and is read as its default";
         }
-        return m_kind == PTC_Text ? Other("number", "text") : std::nullopt;
+        return Quoted(ToUtf8(value)) + " is no " + ToUtf8(type->name) + " and is read as its default, " +
+               Quoted(ToUtf8(type->defaultName));
     }
 
-    // Reals travel as texts of at most 14 digits behind the point.
-    static std::optional<Leniency> LookAtDigits(std::u16string_view digits) {
-        double written = 0;
-        double read = 0;
-        ParseDouble(digits, written);
-        const TString travelling = ParameterTypeTraits<double>::ToText(written);
-        ParseDouble(travelling, read);
-        if (written == read) {
-            return std::nullopt;
+    std::string SkippedRun(Index array) const {
+        std::size_t items = 0;
+        for (Index item = array + 1; item != m_document.Next(array); item = m_document.Next(item)) {
+            ++items;
         }
-        return Leniency{"rounded", ToUtf8(digits) + " is read as " + travelling.ToUtf8() +
-                                       ": reals keep 14 digits behind the point"};
+        const std::string what = "a nested array of " + Counted(items, "item") + " is passed over: ";
+        return what + (items == 2 || items == 3 ? "the list is none that is packed" : "runs have two or three");
     }
 
-    std::optional<Leniency> LookAtText(std::u16string_view text) const {
-        if (m_kind == PTC_Number || m_kind == PTC_Bool) {
-            return Other("string", KindName(m_kind));
-        }
-        if (m_type == nullptr) {
-            return std::nullopt;
-        }
-        if (m_type->form == TextForm::Enumeration &&
-            std::find(m_type->names.begin(), m_type->names.end(), text) == m_type->names.end()) {
-            return Leniency{"unknown-value", Quoted(ToUtf8(text)) + " is no " + ToUtf8(m_type->name) +
-                                                 " and is read as its default, " + Quoted(ToUtf8(m_type->defaultName))};
-        }
-        if (m_type->form == TextForm::Password && text == PasswordString::s_Mask.view()) {
-            return Leniency{"mask", "the mask of a password is read as a password of eight asterisks"};
-        }
-        return std::nullopt;
-    }
-
+    const ParameterText& m_text;
     const JSONDocument& m_document;
-    const ValueType* m_type;
-    ParameterTypeCategory m_kind;
 };
 
-class LeniencySearch {
+// What the reader has no word for.
+class Looking {
 public:
-    LeniencySearch(const ParameterText& text, std::vector<CheckFinding>& findings)
-        : m_text(text), m_findings(findings) {}
+    Looking(const ParameterText& text, std::vector<Raw>& raws)
+        : m_text(text), m_document(text.Document()), m_raws(raws) {}
 
-    void Search() {
+    void Look() {
         const auto& nodes = m_text.Nodes();
-        if (m_text.KindOf(0) == JSONKind::Object) {
-            LookAtTwins(0);
-        }
         for (Node node = 1; node < nodes.size();) {
-            LookAt(node);
             // What is not read has no leniencies.
-            node = nodes[node].overridden || m_text.KindOf(node) == JSONKind::Null ? nodes[node].end : node + 1;
+            const bool isRead =
+                !nodes[node].overridden && (m_text.KindOf(node) != JSONKind::Null || nodes[node].role == Role::Entry);
+            if (isRead) {
+                LookAt(node);
+            }
+            node = isRead ? node + 1 : nodes[node].end;
         }
         LookAround();
     }
 
 private:
-    void Add(std::size_t offset, std::string path, Leniency leniency) {
-        CheckFinding finding;
-        finding.isError = false;
-        finding.offset = offset;
-        finding.path = std::move(path);
-        finding.code = std::move(leniency.code);
-        finding.message = std::move(leniency.message);
-        m_findings.push_back(std::move(finding));
-    }
-
-    void AddAt(Node node, const char* code, const std::string& message) {
-        Add(m_text[node].begin, m_text.Path(node), {code, message});
+    void Add(std::size_t offset, Node node, bool inList, const char* code, std::string message) {
+        m_raws.push_back({offset, node, inList, code, std::move(message)});
     }
 
     void LookAt(Node node) {
         const TextNode& it = m_text[node];
-        if (it.overridden) {
-            AddAt(node, "duplicate", "the name comes again in the same object; only the last one is read");
-            return;
-        }
         if (it.role == Role::Parameter) {
             LookAtParameter(node);
-        }
-        if (it.role == Role::Entry && it.info->kind == PTC_Map) {
-            LookAtValue(node, true);
-        }
-        if (it.end > node + 1u) {
-            LookAtTwins(node);
+        } else if (it.role == Role::Entry && it.info->kind == PTC_Map) {
+            LookAtValue(node, it.value, false);
         }
     }
 
     void LookAtParameter(Node node) {
         const TextNode& it = m_text[node];
-        const JSONKind kind = m_text.KindOf(node);
-        if (kind == JSONKind::Null) {
-            AddAt(node, "null", "null is passed over, as if the member were not there");
-            return;
-        }
         if (m_text.GetLoaded().GetRegistry().IsUnserializable(it.info->id)) {
-            AddAt(node, "never-written", "the parameter is read, but marked as one that is never written");
+            Add(it.begin, node, false, "never-written",
+                "the parameter is read, but marked as one that is never written");
         }
         LookAtMembership(node);
-        if (it.info->kind == PTC_Structure && kind == JSONKind::Array && it.info->structureSerializer &&
-            !it.info->structureSerializer->IsListForm()) {
-            AddAt(node, "passed-over", "an array stands where an object is expected and is passed over");
-        } else if (it.info->kind == PTC_List && kind == JSONKind::Array) {
-            LookAtElements(node);
-        } else if (it.info->serializer && !JSONDocument::IsContainer(kind)) {
-            LookAtValue(node, false);
+        if (it.info->kind == PTC_List && m_text.KindOf(node) == JSONKind::Array) {
+            for (Index element = it.value + 1; element != m_document.Next(it.value);
+                 element = m_document.Next(element)) {
+                LookAtValue(node, element, true);
+            }
+        } else if (it.info->serializer) {
+            LookAtValue(node, it.value, false);
         }
     }
 
@@ -189,130 +203,136 @@ private:
             return;
         }
         const auto& members = *outer.declaration->members;
-        if (std::find(members.begin(), members.end(), m_text[node].info->verboseName) == members.end()) {
-            AddAt(node, "undeclared-member",
-                  outer.declaration->name.ToUtf8() + " is not declared to hold " +
-                      m_text[node].info->verboseName.ToUtf8());
+        const TString& name = m_text[node].info->verboseName;
+        if (std::find(members.begin(), members.end(), name) == members.end()) {
+            Add(m_text[node].begin, node, false, "undeclared-member",
+                outer.declaration->name.ToUtf8() + " is not declared to hold " + name.ToUtf8());
         }
     }
 
-    void LookAtValue(Node node, bool isEntry) {
-        const TextNode& it = m_text[node];
-        if (auto leniency = ValueRules(m_text.Document(), it).Look(it.value, isEntry)) {
-            Add(ValueOffset(it.value), m_text.Path(node), std::move(*leniency));
+    void LookAtValue(Node node, Index value, bool inList) {
+        const TextNode& owner = m_text[node];
+        const ParameterTypeCategory expected = owner.info->serializer ? owner.info->serializer->GetType() : PTC_None;
+        const JSONKind kind = m_document[value].kind;
+        const std::size_t offset = OffsetOf(m_document, value);
+        if (kind == JSONKind::Null || JSONDocument::IsContainer(kind)) {
+            return;
         }
-    }
-
-    // One finding for each sort, at the first element that it concerns.
-    void LookAtElements(Node node) {
-        struct Sort {
-            std::size_t offset;
-            std::string path;
-            Leniency first;
-            std::size_t count;
-        };
-        const JSONDocument& document = m_text.Document();
-        const TextNode& list = m_text[node];
-        const ValueRules rules(document, list);
-        std::map<std::string, Sort> sorts;
-        std::size_t position = 0;
-        const auto behind = document.Next(list.value);
-        for (auto element = list.value + 1; element != behind; element = document.Next(element), ++position) {
-            auto leniency = document[element].kind == JSONKind::Array ? LookAtRun(rules, element, behind)
-                                                                      : rules.Look(element, true);
-            if (leniency) {
-                const std::string path = m_text.Path(node) + "/" + std::to_string(position);
-                const auto [sort, added] =
-                    sorts.try_emplace(leniency->code, Sort{ValueOffset(element), path, *leniency, 0});
-                ++sort->second.count;
-            }
+        const bool isText = kind == JSONKind::String;
+        if (isText != (expected == PTC_Text)) {
+            const std::string_view found = isText ? "string" : kind == JSONKind::Bool ? "bool" : "number";
+            Add(offset, node, inList, "other-kind",
+                "a " + std::string(found) + " stands where a " + std::string(KindName(expected)) + " is expected");
         }
-        for (auto& [code, sort] : sorts) {
-            if (sort.count > 1) {
-                sort.first.message += " (the first of " + Grouped(sort.count) + " such elements)";
-            }
-            Add(sort.offset, sort.path, sort.first);
-        }
-    }
-
-    std::optional<Leniency> LookAtRun(const ValueRules& rules, JSONDocument::Index run,
-                                      JSONDocument::Index listEnd) const {
-        const JSONDocument& document = m_text.Document();
-        std::size_t items = 0;
-        std::optional<Leniency> inside;
-        for (auto item = run + 1; item != document.Next(run); item = document.Next(item), ++items) {
-            const JSONKind kind = document[item].kind;
-            if (!inside && (kind == JSONKind::Integer || kind == JSONKind::Real)) {
-                inside = rules.Look(item, true);
-            }
-        }
-        const bool isMark = items == 0 && document.Next(run) == listEnd;  // says that the list is packed
-        if (items != 2 && items != 3 && !isMark) {
-            return Leniency{"run-skipped", "a nested array of " + Counted(items, "item") +
-                                               " is no run and is passed over; runs have two or three"};
-        }
-        return inside && inside->code != "other-kind" ? inside : std::nullopt;
-    }
-
-    // Two spellings of one name, such as mark-sizes and markSizes.
-    void LookAtTwins(Node object) {
-        std::map<int, std::pair<std::u16string_view, Node>> byId;
-        for (const Node child : m_text.Children(object)) {
-            const TextNode& it = m_text[child];
-            if (it.role != Role::Parameter || it.overridden) {
-                continue;
-            }
-            const auto [twin, added] = byId.try_emplace(it.info->id, it.name, child);
-            if (!added) {
-                const bool thisOneIsRead = it.name > twin->second.first;
-                AddAt(thisOneIsRead ? twin->second.second : child, "duplicate",
-                      "another spelling of the name stands in the same object; of " + Quoted(ToUtf8(it.name)) +
-                          " and " + Quoted(ToUtf8(twin->second.first)) + ", " +
-                          Quoted(ToUtf8(thisOneIsRead ? it.name : twin->second.first)) + " is read");
-                if (thisOneIsRead) {
-                    twin->second = {it.name, child};
-                }
-            }
+        const ValueType* type = TypeOf(owner);
+        if (type != nullptr && type->form == TextForm::Password && isText &&
+            m_document.Text(value) == PasswordString::s_Mask.view()) {
+            Add(offset, node, inList, "mask", "the mask of a password is read as a password of eight asterisks");
         }
     }
 
     // Comments, and what follows the value.
     void LookAround() {
         const std::u16string_view text = m_text.Text();
-        const std::size_t behind = m_text[0].behind;
-        for (std::size_t at = 0; at < behind;) {
+        const std::size_t rest = m_document.FindTextAfterValue();
+        for (std::size_t at = 0; at < rest; ++at) {
             if (text[at] == u'"') {
-                for (++at; text[at] != u'"'; ++at) {
-                    at += text[at] == u'\\' ? 1 : 0;
-                }
+                at = LookAtString(at);
             } else if (text[at] == u'/') {
-                Add(at, "", {"comment", "comments are no JSON; other readers may refuse the text"});
-                at = text[at + 1] == u'/' ? text.find(u'\n', at) : text.find(u"*/", at + 2) + 1;
-                if (at == std::u16string_view::npos) {
-                    return;
-                }
+                Add(at, 0, false, "comment", "comments are no JSON; other readers may refuse the text");
+                at = text[at + 1] == u'*' ? text.find(u"*/", at + 2) + 1 : std::min(text.find(u'\n', at), text.size());
             }
-            ++at;
         }
-        const std::size_t rest = text.find_first_not_of(u" \t\r\n", behind);
-        if (rest != std::u16string_view::npos) {
-            Add(rest, "", {"text-after-value", "what follows the value is not looked at"});
+        if (rest != text.size()) {
+            Add(rest, 0, false, "text-after-value", "what follows the value is not looked at");
         }
     }
 
-    std::size_t ValueOffset(JSONDocument::Index value) const {
-        const JSONNode& token = m_text.Document()[value];
-        return token.kind == JSONKind::String ? token.begin - 1u : token.begin;
+    // Finds in a string, or name, what comes through here and hardly elsewhere. Answers where it ends.
+    std::size_t LookAtString(std::size_t begin) {
+        const std::u16string_view text = m_text.Text();
+        bool isOdd = false;
+        bool waits = false;  // for the partner of a surrogate
+        std::size_t at = begin + 1;
+        while (text[at] != u'"') {
+            const std::size_t units = text[at] != u'\\' ? 1 : text[at + 1] == u'u' ? 6 : 2;
+            const char16_t unit = units == 6 ? UnitOf(text.substr(at + 2, 4)) : text[at];
+            const bool isSecond = unit >= 0xDC00 && unit <= 0xDFFF;
+            isOdd = isOdd || waits != isSecond || text[at] == u'\0';
+            waits = unit >= 0xD800 && unit <= 0xDBFF;
+            at += units;
+        }
+        if (isOdd || waits) {
+            Add(begin, NodeAt(m_text, begin), false, "odd-character",
+                "a surrogate without its partner, or U+0000 as it is, which other readers may refuse or replace");
+        }
+        return at;
     }
 
     const ParameterText& m_text;
-    std::vector<CheckFinding>& m_findings;
+    const JSONDocument& m_document;
+    std::vector<Raw>& m_raws;
 };
+
+std::string PositionIn(const ParameterText& text, Node list, std::size_t offset) {
+    const JSONDocument& document = text.Document();
+    std::size_t position = 0;
+    for (Index element = text[list].value + 1; OffsetOf(document, element) < offset; element = document.Next(element)) {
+        ++position;
+    }
+    return "/" + std::to_string(position);
+}
+
+// One finding for each sort in a list, at the first element that it concerns; and for all others one each.
+void AddFindings(const ParameterText& text, std::vector<Raw> raws, std::vector<CheckFinding>& findings) {
+    std::stable_sort(raws.begin(), raws.end(),
+                     [](const Raw& left, const Raw& right) { return left.offset < right.offset; });
+    std::map<std::pair<Node, std::string>, std::pair<std::size_t, std::size_t>> sorts;  // finding, and how many
+    for (Raw& raw : raws) {
+        if (raw.inList) {
+            const auto [sort, added] = sorts.try_emplace({raw.node, raw.code}, findings.size(), 0);
+            if (++sort->second.second > 1) {
+                continue;
+            }
+        }
+        CheckFinding finding;
+        finding.isError = false;
+        finding.offset = raw.offset;
+        finding.path = text.Path(raw.node) + (raw.inList ? PositionIn(text, raw.node, raw.offset) : "");
+        finding.code = std::move(raw.code);
+        finding.message = std::move(raw.message);
+        findings.push_back(std::move(finding));
+    }
+    for (const auto& [key, sort] : sorts) {
+        if (sort.second > 1) {
+            findings[sort.first].message += " (the first of " + Grouped(sort.second) + " such elements)";
+        }
+    }
+}
 
 }  // namespace
 
-void FindLeniencies(const ParameterText& text, std::vector<CheckFinding>& findings) {
-    LeniencySearch(text, findings).Search();
+void AddLeniencies(const ParameterText& text, const std::vector<ReadingNote>& notes,
+                   std::vector<CheckFinding>& findings) {
+    std::vector<Raw> raws;
+    const NoteWords words(text);
+    Node node = 0;
+    for (const ReadingNote& note : notes) {
+        // Notes of one list come one behind the other.
+        if (node == 0 || note.offset < text[node].begin || note.offset >= text[node].behind ||
+            text[node].end != node + 1u) {
+            node = NodeAt(text, note.offset);
+        }
+        if (auto told = words.Describe(note, node)) {
+            const TextNode& it = text[node];
+            const bool inList = it.role == Role::Parameter && it.info->kind == PTC_List &&
+                                text.KindOf(node) == JSONKind::Array &&
+                                note.offset > OffsetOf(text.Document(), it.value);
+            raws.push_back({note.offset, node, inList, std::move(told->first), std::move(told->second)});
+        }
+    }
+    Looking(text, raws).Look();
+    AddFindings(text, std::move(raws), findings);
 }
 
 void FindInvalidUtf8(std::string_view bytes, std::vector<CheckFinding>& findings) {
@@ -323,8 +343,8 @@ void FindInvalidUtf8(std::string_view bytes, std::vector<CheckFinding>& findings
     const auto at = static_cast<std::size_t>(invalid - bytes.begin());
     CheckFinding finding;
     finding.isError = false;
-    finding.code = "not-utf8";
     finding.offset = TString::FromUtf8(bytes.substr(0, at)).size();
+    finding.code = "not-utf8";
     finding.message = "byte " + Grouped(at) + " is not UTF-8; what is not is read as U+FFFD";
     findings.push_back(std::move(finding));
 }

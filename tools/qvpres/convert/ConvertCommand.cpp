@@ -13,6 +13,7 @@
 #include "tools/qvpres/convert/Conversion.h"
 #include "tools/qvpres/convert/LinePipeline.h"
 #include "tools/qvpres/diff/DiffRendering.h"
+#include "tools/qvpres/text/Wording.h"
 
 namespace qvpres {
 
@@ -83,7 +84,7 @@ ExitCode ConvertLines(const Options& options, const LoadedVocabulary& vocabulary
             return {conversion.utf8, losses, !losses.empty(), !losses.empty()};
         } catch (const std::exception& failure) {
             unreadable = true;
-            return {"", std::string("qvpres: ") + failure.what() + "\n", true, true};
+            return {"", "qvpres: " + Visible(failure.what()) + "\n", true, true};
         }
     };
     const PipelineResult result = RunPipeline(in, out, std::cerr, work, options.pipeline);

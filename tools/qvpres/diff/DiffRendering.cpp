@@ -10,7 +10,7 @@ namespace qvpres {
 namespace {
 
 std::string PathText(const Difference& difference) {
-    std::string path = difference.path;
+    std::string path = Visible(difference.path);
     if (difference.sort == Difference::Sort::Elements) {
         path += "/" + std::to_string(difference.first);
         if (difference.count > 1) {
@@ -21,7 +21,7 @@ std::string PathText(const Difference& difference) {
 }
 
 std::string Change(const Difference& difference, const Style& style) {
-    return style.Removed(difference.left) + " → " + style.Added(difference.right);
+    return style.Removed(Visible(difference.left)) + " → " + style.Added(Visible(difference.right));
 }
 
 }  // namespace
@@ -30,10 +30,10 @@ void WriteDifference(std::ostream& out, const Difference& difference, const Styl
     const std::string path = style.Name(PathText(difference));
     switch (difference.sort) {
         case Difference::Sort::Removed:
-            out << style.Removed("-") << " " << path << ": " << style.Removed(difference.left);
+            out << style.Removed("-") << " " << path << ": " << style.Removed(Visible(difference.left));
             break;
         case Difference::Sort::Added:
-            out << style.Added("+") << " " << path << ": " << style.Added(difference.right);
+            out << style.Added("+") << " " << path << ": " << style.Added(Visible(difference.right));
             break;
         case Difference::Sort::Length:
             out << "~ " << path << ": " << Change(difference, style) << " elements";

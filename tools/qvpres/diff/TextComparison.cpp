@@ -63,7 +63,8 @@ std::string ValueOf(const ParameterText& text, Node node) {
     const JSONKind kind = text.KindOf(node);
     std::string value = kind == JSONKind::String ? Quoted(ToUtf8(text.ValueText(node)))
                                                  : TString(text.ValueText(node).substr(0, 4 * kLongestValue)).ToUtf8();
-    std::replace(value.begin(), value.end(), '\n', ' ');
+    std::replace_if(
+        value.begin(), value.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
     return Shortened(value, kLongestValue);
 }
 

@@ -42,7 +42,12 @@ a difference by
 something that would be lost by
 .B convert
 or
-.BR import .
+.BR import ,
+and what
+.BR "vocabulary lint" ", " "vocabulary diff" ", " "vocabulary export"
+and
+.B "generate \-\-check"
+find.
 .TP
 .B 2
 Wrong usage, or input that cannot be taken.
@@ -54,7 +59,6 @@ When set to anything, no colours are written, unless \fB\-\-color always\fR asks
 .B TERM
 When it is "dumb", likewise.
 .SH EXAMPLES
-.PP
 What is wrong with a text, and what does reading pass over?
 .PP
 .nf
@@ -143,7 +147,7 @@ std::string Option(const OptionDescription& option) {
 }  // namespace
 
 std::string ManPage(const CommandDescription& program) {
-    std::string page = ".TH QVPRES 1 \"\" \"qvpres " QVPRES_VERSION "\" \"User commands\"\n";
+    std::string page = ".TH QVPRES 1 " QVPRES_DATE " \"qvpres " QVPRES_VERSION "\" \"User commands\"\n";
     page += ".SH NAME\nqvpres \\- looks into JSON texts of parameter bags\n.SH SYNOPSIS\n";
     for (const CommandDescription* command : AllCommands(program)) {
         if (command->commands.empty()) {

@@ -89,15 +89,14 @@ Description Describe(const ParameterText& text, ParameterText::Node node, std::s
     if (result.inside != 0) {
         return result;
     }
+    const JSONDocument& document = text.Document();
     const JSONKind kind = text.KindOf(node);
     if (kind == JSONKind::Array) {
         result.list = DescribeList(text, node, mostItems);
     } else if (!JSONDocument::IsContainer(kind)) {
-        result.value = Spelled(text.Document(), it.value);
-    } else if (it.role == Role::Unknown && it.behind - it.begin > 2) {
-        result.value = "{…}";
+        result.value = Spelled(document, it.value);
     } else {
-        result.value = "{}";
+        result.value = document.Next(it.value) == it.value + 1 ? "{}" : "{…}";
     }
     return result;
 }
@@ -119,11 +118,12 @@ std::string ListInWords(const ListDescription& list, std::size_t sparklineWidth)
         text += ", " + Counted(total.elements - total.numbers, "null");
     }
     if (total.numbers != 0) {
-        text += ": " + NumberText(total.low) + " to " + NumberText(total.high) + "  " +
-                Sparkline(*list.numbers, sparklineWidth);
+        text += ": " + NumberText(total.low) + " to " + NumberText(total.high);
+        text += sparklineWidth == 0 ? "" : "  " + Sparkline(*list.numbers, sparklineWidth);
     }
     if (list.numbers->PackedRuns() != 0) {
-        text += "  " + Counted(list.numbers->PackedRuns(), "run") + " hold " + Percent(total.packed, total.elements);
+        text += (sparklineWidth == 0 ? "; " : "  ") + Counted(list.numbers->PackedRuns(), "run") + " hold " +
+                Percent(total.packed, total.elements);
     }
     return text;
 }

@@ -5,6 +5,7 @@
 #include "tools/qvpres/Commands.h"
 #include "tools/qvpres/CommonOptions.h"
 #include "tools/qvpres/Failure.h"
+#include "tools/qvpres/Terminal.h"
 #include "tools/qvpres/text/TextInput.h"
 #include "tools/qvpres/show/ShowRendering.h"
 
@@ -18,9 +19,10 @@ struct Options : CommonOptions {
     ShowOptions show;
 };
 
-// One argument that starts with a slash and is no file is a path in standard input.
+// One argument that starts with a slash and is no file is a path in standard input, where that is not a terminal.
 void SortArguments(Options& options) {
-    if (options.path.empty() && options.file.starts_with('/') && !std::filesystem::exists(options.file)) {
+    const bool isPath = options.path.empty() && options.file.starts_with('/') && !std::filesystem::exists(options.file);
+    if (isPath && !IsTerminal(Stream::In)) {
         options.path = options.file;
         options.file = "-";
     }

@@ -24,7 +24,7 @@ std::string NamesOf(const Description& description, std::size_t position) {
         return "[" + std::to_string(position) + "]";
     }
     const bool twoNames = !description.shortName.empty() && description.shortName != description.name;
-    return description.name + (twoNames ? " (" + description.shortName + ")" : "");
+    return Visible(description.name + (twoNames ? " (" + description.shortName + ")" : ""));
 }
 
 std::string InsideInWords(const ParameterText& text, Node node, const Description& description) {
@@ -45,7 +45,7 @@ public:
 
     void Write(Node root) {
         const Description description = Describe(m_text, root, MostItems(m_options));
-        m_out << m_style.Strong(root == 0 ? m_text.Namespace().ToUtf8() : m_text.Path(root)) << "  ";
+        m_out << m_style.Strong(Visible(root == 0 ? m_text.Namespace().ToUtf8() : m_text.Path(root))) << "  ";
         if (root != 0) {
             m_out << m_style.Faint(description.type) << "  ";
         }
@@ -147,12 +147,28 @@ nlohmann::ordered_json ToJSON(const ListDescription& list) {
     return json;
 }
 
-// The value of a leaf as JSON: it is JSON in the text, comments apart.
-nlohmann::ordered_json LeafValue(const ParameterText& text, Node node) {
-    const JSONNode& token = text.Document()[text[node].value];
-    const std::size_t begin = token.kind == JSONKind::String ? token.begin - 1u : token.begin;
-    return nlohmann::ordered_json::parse(ToUtf8(text.Text().substr(begin, text[node].behind - begin)), nullptr, false,
-                                         true);
+// A value of the text as JSON. Depth is that of the document, which is limited.
+nlohmann::ordered_json ValueJSON(const JSONDocument& document, JSONDocument::Index value) {
+    switch (document[value].kind) {
+        case JSONKind::Object: {
+            nlohmann::ordered_json object = nlohmann::ordered_json::object();
+            for (auto name = value + 1; name != document.Next(value); name = document.Next(name + 1)) {
+                object[ToUtf8(document.Text(name))] = ValueJSON(document, name + 1);
+            }
+            return object;
+        }
+        case JSONKind::Array: {
+            nlohmann::ordered_json array = nlohmann::ordered_json::array();
+            for (auto item = value + 1; item != document.Next(value); item = document.Next(item)) {
+                array.push_back(ValueJSON(document, item));
+            }
+            return array;
+        }
+        case JSONKind::String:
+            return ToUtf8(document.Text(value));
+        default:  // numbers, truth values and null stand as they are
+            return nlohmann::ordered_json::parse(ToUtf8(document.Text(value)));
+    }
 }
 
 nlohmann::ordered_json NodeJSON(const ParameterText& text, Node node, const ShowOptions& options, std::size_t depth) {
@@ -176,7 +192,7 @@ nlohmann::ordered_json NodeJSON(const ParameterText& text, Node node, const Show
         json["list"] = ToJSON(*description.list);
     }
     if (description.inside == 0 && (!description.list || description.list->complete)) {
-        json["value"] = LeafValue(text, node);
+        json["value"] = ValueJSON(text.Document(), text[node].value);
     }
     if (description.inside != 0 && depth != 0) {
         json["children"] = nlohmann::ordered_json::array();

@@ -21,10 +21,29 @@ RefCntPtr<IParameters> Read(const ParameterText& text, std::u16string_view json)
     return JSONSerializer(text.Namespace()).ToParameters(json);
 }
 
-std::uint64_t Length(const ParameterText& text, const RefCntPtr<IParameters>& bag, bool shortNames, bool packed,
-                     JSONSerializer::OutputType layout = JSONSerializer::Compact) {
+TString Written(const ParameterText& text, const RefCntPtr<IParameters>& bag, bool shortNames, bool packed,
+                JSONSerializer::OutputType layout) {
     const ToolSession session(shortNames, packed);
-    return JSONSerializer(text.Namespace()).ToString(bag, layout).size();
+    return JSONSerializer(text.Namespace()).ToString(bag, layout);
+}
+
+std::uint64_t CompactLength(const ParameterText& text, const RefCntPtr<IParameters>& bag, bool packed) {
+    return Written(text, bag, false, packed, JSONSerializer::Compact).size();
+}
+
+bool IsReadable(const ParameterText& text, const TString& json, bool shortNames) {
+    const ToolSession session(shortNames);
+    try {
+        JSONSerializer(text.Namespace()).ToParameters(json);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+bool IsTypedList(const TextNode& node) {
+    return node.declaration != nullptr && node.declaration->type != nullptr &&
+           node.declaration->type->form == TextForm::TypedValue;
 }
 
 class StatsMaker {
@@ -112,9 +131,10 @@ private:
     void MeasureForms() {
         const RefCntPtr<IParameters> bag = Read(m_text, m_text.Text());
         const auto add = [&](const char* form, bool shortNames, bool packed, JSONSerializer::OutputType layout) {
-            m_stats.forms.push_back({form, Length(m_text, bag, shortNames, packed, layout)});
+            const TString written = Written(m_text, bag, shortNames, packed, layout);
+            m_stats.forms.push_back({form, written.size(), IsReadable(m_text, written, shortNames)});
         };
-        m_stats.forms.push_back({"as it is", m_stats.characters});
+        m_stats.forms.push_back({"as it is", m_stats.characters, true});
         add("pretty", false, false, JSONSerializer::Pretty);
         add("compact", false, false, JSONSerializer::Compact);
         add("compact, packed", false, true, JSONSerializer::Compact);
@@ -126,11 +146,11 @@ private:
         }
     }
 
-    // Each list alone, in an object of its own.
+    // Each list alone, in an object of its own; not those of typed values, which neither way can be read again.
     void MeasurePacking() {
         for (Node node = 1; node < m_text.Nodes().size(); ++node) {
             const TextNode& it = m_text[node];
-            if (it.role != Role::Parameter || it.overridden || it.info->kind != PTC_List) {
+            if (it.role != Role::Parameter || it.overridden || it.info->kind != PTC_List || IsTypedList(it)) {
                 continue;
             }
             const auto numbers = NumberList::From(m_text, node);
@@ -139,8 +159,8 @@ private:
             }
             const TString json = u"{" + TString(m_text.Text().substr(it.begin, it.behind - it.begin)) + u"}";
             const RefCntPtr<IParameters> bag = Read(m_text, json);
-            m_stats.packing.push_back({m_text.Path(node), numbers->Total().elements, Length(m_text, bag, false, false),
-                                       Length(m_text, bag, false, true)});
+            m_stats.packing.push_back({m_text.Path(node), numbers->Total().elements, CompactLength(m_text, bag, false),
+                                       CompactLength(m_text, bag, true)});
         }
         const auto saved = [](const PackingRow& row) {
             return static_cast<std::int64_t>(row.plain) - static_cast<std::int64_t>(row.packed);

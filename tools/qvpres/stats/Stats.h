@@ -30,6 +30,7 @@ struct PackingRow {
 struct FormRow {
     std::string form;
     std::uint64_t characters = 0;
+    bool readable = true;  // the library reads it again; lists of typed values are written without their types
 };
 
 struct Stats {

@@ -55,7 +55,7 @@ private:
 Table OwnTable(const char* title, const char* label, const std::vector<StatsRow>& rows, std::uint64_t whole) {
     Table table(title, {"characters", "share", "values", label});
     for (const StatsRow& row : rows) {
-        table.Add({Grouped(row.own), Percent(row.own, whole), Grouped(row.values), row.label});
+        table.Add({Grouped(row.own), Percent(row.own, whole), Grouped(row.values), Visible(row.label)});
     }
     return table;
 }
@@ -75,7 +75,7 @@ void WriteStats(std::ostream& out, const Stats& stats, std::size_t most, const S
         << " of them blanks and line ends between values\n";
     Table paths("By path, with all that is inside", {"characters", "share", "values", "path"});
     for (const StatsRow& row : stats.byPath) {
-        paths.Add({Grouped(row.total), Percent(row.total, stats.characters), Grouped(row.values), row.label});
+        paths.Add({Grouped(row.total), Percent(row.total, stats.characters), Grouped(row.values), Visible(row.label)});
     }
     paths.Write(out, most, style);
     OwnTable("By name, without what is inside", "name", stats.byName, stats.characters).Write(out, most, style);
@@ -86,7 +86,8 @@ void WriteStats(std::ostream& out, const Stats& stats, std::size_t most, const S
     }
     Table forms("Forms of this text", {"characters", "of this one", "form"});
     for (const FormRow& row : stats.forms) {
-        forms.Add({Grouped(row.characters), Percent(row.characters, stats.characters), row.form});
+        forms.Add({Grouped(row.characters), Percent(row.characters, stats.characters),
+                   row.form + (row.readable ? "" : " (cannot be read again)")});
     }
     forms.Write(out, stats.forms.size(), style);
     Table packing("Lists of numbers, plain and packed", {"elements", "plain", "packed", "of plain", "path"});
@@ -103,7 +104,7 @@ nlohmann::ordered_json ToJSON(const Stats& stats) {
                                    {"byType", ToJSON(stats.byType, "type")}, {"readable", stats.readable}};
     json["forms"] = nlohmann::ordered_json::array();
     for (const FormRow& row : stats.forms) {
-        json["forms"].push_back({{"form", row.form}, {"characters", row.characters}});
+        json["forms"].push_back({{"form", row.form}, {"characters", row.characters}, {"readable", row.readable}});
     }
     json["packing"] = nlohmann::ordered_json::array();
     for (const PackingRow& row : stats.packing) {

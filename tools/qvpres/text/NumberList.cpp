@@ -167,6 +167,9 @@ void NumberList::Add(const NumberRun& run) {
 std::vector<NumberRange> NumberList::Parts(std::size_t count) const {
     count = static_cast<std::size_t>(std::min<std::uint64_t>(count, m_total.elements));
     std::vector<NumberRange> parts(count);
+    if (count == 0) {
+        return parts;
+    }
     std::uint64_t done = 0;  // elements before those to come
     std::size_t part = 0;
     const auto endOf = [&](std::size_t index) {

@@ -51,8 +51,31 @@ std::string Percent(std::uint64_t part, std::uint64_t whole) {
     return std::string(buffer.data(), result.ptr) + " %";
 }
 
+std::string Visible(std::string_view utf8) {
+    std::string visible;
+    const auto escape = [&](unsigned char code) {
+        constexpr std::string_view kDigits = "0123456789abcdef";
+        visible += "\\u00";
+        visible += kDigits[code / 16];
+        visible += kDigits[code % 16];
+    };
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(utf8[i]);
+        const auto next = i + 1 < utf8.size() ? static_cast<unsigned char>(utf8[i + 1]) : 0u;
+        if (byte < 0x20 || byte == 0x7F) {
+            escape(byte);
+        } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {  // U+0080 to U+009F
+            escape(static_cast<unsigned char>(next));
+            ++i;
+        } else {
+            visible += utf8[i];
+        }
+    }
+    return visible;
+}
+
 std::string Quoted(std::string_view utf8) {
-    return nlohmann::json(utf8).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    return Visible(nlohmann::json(utf8).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
 }
 
 std::size_t Width(std::string_view utf8) {

@@ -27,7 +27,10 @@ std::string NumberText(long double number);
 // A part of a whole in percent, "12.3 %".
 std::string Percent(std::uint64_t part, std::uint64_t whole);
 
-// In quotation marks, escaped as in JSON.
+// Control characters as escapes (\u001b), so that texts cannot steer the terminal that they are shown on.
+std::string Visible(std::string_view utf8);
+
+// In quotation marks, escaped as in JSON, all control characters too.
 std::string Quoted(std::string_view utf8);
 
 // The characters of a text, roughly what it is wide.

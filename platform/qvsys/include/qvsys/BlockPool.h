@@ -1,10 +1,12 @@
 // Small blocks of memory, kept for the next one who asks. Not for callers.
 //
-// Values and texts come and go by the thousand, mostly on one thread; taking a block back from a list costs a fraction
-// of an allocation.
+// Values and texts come and go by the thousand, mostly on one thread. Blocks of one size lie side by side in slabs of
+// 32 KiB: taking one costs a fraction of an allocation, and what is made together is read from neighbouring memory,
+// also where the allocator's own is fragmented.
 //
-// Threads: blocks may be released on another thread than the one that took them. What a thread keeps is capped, and
-// freed when the thread ends or ReleaseKeptBlocks is called.
+// Threads: blocks may be released on another thread than the one that took them, which uses them again when it needs
+// more. A slab whose blocks have all been released is free for any size; a thread keeps up to 8 MiB of these, until it
+// ends or calls ReleaseKeptBlocks. A slab with a single block in use stays.
 //
 // Exceptions: AllocateBlock gives the strong guarantee; all else never throws, also where the system refuses to watch a
 // thread's end, whose blocks are not kept then.
@@ -29,7 +31,7 @@ inline constexpr std::size_t kLargestKeptBlock = 512;
 // Requires: block was allocated with the same number of bytes.
 QVSYS_API void ReleaseBlock(void* block, std::size_t bytes) noexcept;
 
-// Frees what the calling thread keeps.
+// Frees what the calling thread keeps: every slab whose blocks have all been released.
 QVSYS_API void ReleaseKeptBlocks() noexcept;
 
 // While one lives, the calling thread keeps no blocks: each comes from the allocator and goes back to it. For those who

@@ -46,7 +46,7 @@ protected:
     RefCntObjectNonVirtualBase(const RefCntObjectNonVirtualBase&) noexcept {}
     RefCntObjectNonVirtualBase& operator=(const RefCntObjectNonVirtualBase&) noexcept { return *this; }
 
-    virtual ~RefCntObjectNonVirtualBase();
+    virtual ~RefCntObjectNonVirtualBase() = default;
 
 private:
     mutable std::atomic<int> m_count{0};
@@ -59,7 +59,7 @@ protected:
     RefCntObject() noexcept = default;
     RefCntObject(const RefCntObject&) noexcept = default;
     RefCntObject& operator=(const RefCntObject&) noexcept = default;
-    ~RefCntObject() override;
+    ~RefCntObject() override = default;
 };
 
 // The hooks through which the intrusive pointer counts.

@@ -49,8 +49,13 @@ public:
     void Reset() noexcept { m_ptr.reset(); }
     void Reset(T* object) { m_ptr.reset(object); }
 
-    // Gives the object away together with its reference; the pointer is empty afterwards.
+    // Gives the object away together with its reference; the pointer is empty afterwards. Attach takes both back.
     T* Detach() noexcept { return m_ptr.detach(); }
+    static RefCntPtr Attach(T* object) noexcept {
+        RefCntPtr pointer;
+        pointer.m_ptr.reset(object, false);
+        return pointer;
+    }
 
     void Swap(RefCntPtr& other) noexcept { m_ptr.swap(other.m_ptr); }
 

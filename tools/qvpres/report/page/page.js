@@ -124,8 +124,8 @@
   // ---- Plots
 
   const plotWidth = 640;
-  const plotHeight = 180;
-  const margin = {left: 8, right: 8, top: 18, bottom: 20};
+  const plotHeight = 220;
+  const margin = {left: 8, right: 8, top: 24, bottom: 26};
 
   // What stands at a place of the plot, by elements or by parts of several.
   function pointsOf(list) {
@@ -202,9 +202,9 @@
 
   function axes(list, scale) {
     const parts = [
-      element('svg:text', {x: margin.left, y: 12, text: `${list.max}`}),
-      element('svg:text', {x: margin.left, y: plotHeight - 6, text: `${list.min}`}),
-      element('svg:text', {x: plotWidth - margin.right, y: plotHeight - 6, 'text-anchor': 'end',
+      element('svg:text', {x: margin.left, y: 17, text: `${list.max}`}),
+      element('svg:text', {x: margin.left, y: plotHeight - 7, text: `${list.min}`}),
+      element('svg:text', {x: plotWidth - margin.right, y: plotHeight - 7, 'text-anchor': 'end',
         text: `${grouped(list.count)} elements`}),
     ];
     if (list.min < 0 && list.max > 0) {
@@ -572,7 +572,8 @@
       lowerStrings = strings.map((text) => text.toLowerCase());
     }
     const sought = query.toLowerCase();
-    const hit = lowerStrings.map((text) => text.includes(sought));
+    const dashed = query.replace(/[A-Z]/g, (letter) => `-${letter.toLowerCase()}`);  // names as texts spell them
+    const hit = lowerStrings.map((text) => text.includes(sought) || text.includes(dashed));
     const found = [];
     let total = 0;
     for (let node = 1; node < count; ++node) {

@@ -1,0 +1,120 @@
+// A text that has been read, before bags are made of it. Included by DirectReader.h.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include <qvsys/RefCntPtr.h>
+
+#include <qvcore/TString.h>
+
+#include <qvpreslayer/IParameter.h>
+
+// A piece of the text, followed by what is inside it.
+struct DirectItem {
+    enum class Kind : unsigned char {
+        Null,  // a member or entry that is null
+        Value,
+        Bag,     // its members follow
+        Bags,    // its elements follow, each a Bag
+        BagMap,  // its entries follow, each a Bag or Null, in the order of their keys
+    };
+
+    int id;  // of a member; of an entry where its key stands; 0 for elements
+    Kind kind;
+    union {
+        IParameter* value;       // of Kind::Value: with a reference, null once it has been taken
+        std::uint64_t children;  // of the kinds behind it: how many are right inside
+    };
+
+    std::uint64_t Children() const noexcept { return kind <= Kind::Value ? 0 : children; }
+};
+
+static_assert(sizeof(DirectItem) == 16 && std::is_trivially_copyable_v<DirectItem>);
+
+// The items in the order of the text. Holds a reference to each value until it is taken.
+class DirectItems {
+public:
+    DirectItems() = default;
+    DirectItems(const DirectItems&) = delete;
+    DirectItems& operator=(const DirectItems&) = delete;
+    ~DirectItems() { Clear(); }
+
+    std::size_t Size() const noexcept { return m_items.size(); }
+    DirectItem& operator[](std::size_t position) noexcept { return m_items[position]; }
+    const DirectItem& operator[](std::size_t position) const noexcept { return m_items[position]; }
+
+    // An item that is null until it is said to be something else.
+    std::size_t Add(int id) {
+        m_items.push_back({id, DirectItem::Kind::Null, {nullptr}});
+        return m_items.size() - 1;
+    }
+    void Add(int id, RefCntPtr<IParameter> value) {
+        Add(id);
+        SetLast(value.Detach());
+    }
+
+    // A value that is made of value. The item comes first, so that nothing can fail when the value is there.
+    template <class Holder, class T>
+    void AddValue(int id, T&& value) {
+        Add(id);
+        SetLast(MakeRefCnt<Holder>(std::forward<T>(value)).Detach());
+    }
+    void SetInside(std::size_t position, DirectItem::Kind kind, std::uint64_t children) noexcept {
+        m_items[position].kind = kind;
+        m_items[position].children = children;
+    }
+
+    // The keys of entries, and where one of them stands.
+    int AddKey(std::u16string_view key) {
+        m_keys.emplace_back(key);
+        return static_cast<int>(m_keys.size() - 1);
+    }
+    TString& Key(int position) noexcept { return m_keys[static_cast<std::size_t>(position)]; }
+
+    // The item behind one and all that is inside it.
+    std::size_t Behind(std::size_t position) const noexcept {
+        for (std::size_t left = 1; left != 0; --left) {
+            left += m_items[position++].Children();
+        }
+        return position;
+    }
+
+    // Every value has been taken: there is nothing left to let go of.
+    void SetTaken() noexcept { m_items.clear(); }
+
+    void Clear() noexcept {
+        for (const DirectItem& item : m_items) {
+            if (item.kind == DirectItem::Kind::Value && item.value != nullptr) {
+                item.value->RemoveReference();
+            }
+        }
+        m_items.clear();
+        m_keys.clear();
+    }
+
+    // Lets go of memory beyond what most texts take.
+    void Shrink() noexcept {
+        if (m_items.capacity() > kKeptItems) {
+            std::vector<DirectItem>().swap(m_items);
+        }
+        if (m_keys.capacity() > kKeptKeys) {
+            std::vector<TString>().swap(m_keys);
+        }
+    }
+
+private:
+    void SetLast(IParameter* value) noexcept {
+        m_items.back().kind = DirectItem::Kind::Value;
+        m_items.back().value = value;
+    }
+
+    static constexpr std::size_t kKeptItems = 65536;
+    static constexpr std::size_t kKeptKeys = 32768;
+
+    std::vector<DirectItem> m_items;
+    std::vector<TString> m_keys;  // of entries of structure maps
+};

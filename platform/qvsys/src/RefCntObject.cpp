@@ -1,5 +1,0 @@
-#include <qvsys/RefCntObject.h>
-
-RefCntObjectNonVirtualBase::~RefCntObjectNonVirtualBase() = default;
-
-RefCntObject::~RefCntObject() = default;
