@@ -318,6 +318,15 @@ TEST_F(JSONReader, KeysOfMapsAreNeverConverted) {
     EXPECT_EQ("by-key=<a-b:null,aB:()>", Outcome(R"({"byKey":{"a-b":null,"aB":{}}})"));
 }
 
+// Entries of a map inside stand between those of the map around it.
+TEST_F(JSONReader, KeysOfStructureMapsInsideStructureMaps) {
+    EXPECT_EQ("by-key=<a:(by-key=<k:(),l:null>),b:null>",
+              Outcome(R"({"byKey":{"a":{"byKey":{"k":{},"l":null}},"b":null}})"));
+    EXPECT_EQ("by-key=<a:(items=<(by-key=<k:(n=1)>),(by-key=<l:()>)>),b:(by-key=<m:()>),c:()>",
+              Outcome(R"({"byKey":{"a":{"items":[{"byKey":{"k":{"n":1}}},{"byKey":{"l":{}}}]},)"
+                      R"("b":{"byKey":{"m":{}}},"c":{}}})"));
+}
+
 TEST_F(JSONReader, ValuesOfMapsBecomeTexts) {
     EXPECT_EQ("my-map={a:x,b:1,c:true,d:2.5,e:,f:,g:}",
               Outcome(R"({"myMap":{"a":"x","b":1,"c":true,"d":2.5,"e":null,"f":[1],"g":{"h":1}}})"));
