@@ -287,6 +287,9 @@ TEST_F(CheckTest, MembersThatComeTwice) {
     const CheckFinding twin = Only(R"({"markSizes": [1], "mark-sizes": [2]})", true);
     EXPECT_EQ(twin.code, "duplicate");
     EXPECT_EQ(twin.path, "/mark-sizes") << "\"markSizes\" comes later in order";
+    EXPECT_THAT(Codes(R"({"markSizes": [1], "mark-sizes": [2], "nobody": 1})"),
+                ElementsAre("duplicate", "unknown-name"))
+        << "also where something fails";
     EXPECT_THAT(Codes(R"({"title": "a", "title": [1, 2], "title": null})"),
                 ElementsAre("duplicate", "duplicate", "null"));
 }

@@ -1,6 +1,8 @@
 #include "tools/qvpres/check/ErrorSearch.h"
 
 #include <exception>
+#include <map>
+#include <utility>
 
 #include "tools/qvpres/check/Suggestions.h"
 #include "tools/qvpres/text/Wording.h"
@@ -101,6 +103,7 @@ private:
 
     // False when every piece inside reads alone.
     bool SearchInside(Node node) {
+        NoteSpellings(node);
         bool found = false;
         for (const Node child : m_text.Children(node)) {
             if (m_findings.size() >= m_most) {
@@ -125,6 +128,23 @@ private:
     void NoteOverridden(Node member) {
         if (m_withNotes) {
             m_notes.push_back({Leniency::DuplicateMember, m_text[member].begin});
+        }
+    }
+
+    // Likewise of two spellings of one name; the greater one is read.
+    void NoteSpellings(Node object) {
+        std::map<int, Node> read;  // by identifier
+        for (const Node child : m_text.Children(object)) {
+            const TextNode& it = m_text[child];
+            if (!m_withNotes || it.role != Role::Parameter || it.overridden || m_text.KindOf(child) == JSONKind::Null) {
+                continue;
+            }
+            const auto [other, isFirst] = read.try_emplace(it.info->id, child);
+            if (!isFirst) {
+                const Node passedOver =
+                    it.name > m_text[other->second].name ? std::exchange(other->second, child) : child;
+                m_notes.push_back({Leniency::DuplicateMember, m_text[passedOver].begin});
+            }
         }
     }
 
