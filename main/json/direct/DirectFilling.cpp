@@ -67,8 +67,7 @@ void DirectFilling::Fill(IParameters& bag, const DirectItem& item) {
 void DirectFilling::FillInNameOrder(IParameters& bag, std::uint64_t members) {
     std::vector<std::pair<std::u16string_view, std::size_t>> order;
     for (; members != 0; --members) {
-        const ParameterInfo& info = *m_registry.FindInfo(m_items[m_item].id);
-        order.emplace_back(m_form == NameForm::Camel ? info.camelName : info.shortName, m_item);
+        order.emplace_back(NameOf(m_items[m_item].id), m_item);
         m_item = m_items.Behind(m_item);
     }
     std::sort(order.begin(), order.end());
@@ -85,9 +84,19 @@ void DirectFilling::FillInNameOrder(IParameters& bag, std::uint64_t members) {
     m_item = behind;
 }
 
+// Empty where the host has cleared the namespace since.
+std::u16string_view DirectFilling::NameOf(int id) const {
+    const ParameterInfo* const info = m_registry.FindInfo(id);
+    if (info == nullptr) {
+        return {};
+    }
+    return m_form == NameForm::Camel ? info->camelName : info->shortName;
+}
+
 // A nested bag stands in its place while it is being filled.
 void DirectFilling::FillNested(IParameters& bag, int id) {
-    const ParameterTypeCategory kind = m_registry.FindInfo(id)->kind;
+    const ParameterInfo* const info = m_registry.FindInfo(id);
+    const ParameterTypeCategory kind = info == nullptr ? PTC_Bag : info->kind;
     const DirectItem& item = m_items[m_item++];
     const RefCntPtr<IParameters> nested = m_registry.CreateParameters();
     bag.SetParameter(id, MakeRefCnt<BagParameter>(Bag(nested)));

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include <qvsys/RefCntPtr.h>
 
@@ -31,6 +32,7 @@ private:
     RefCntPtr<IParameters> MakeNested();
     void Fill(IParameters& bag, const DirectItem& item);
     void FillInNameOrder(IParameters& bag, std::uint64_t members);
+    std::u16string_view NameOf(int id) const;
     void FillNested(IParameters& bag, int id);
     Value MakeValue();
     Value MakeBags();
