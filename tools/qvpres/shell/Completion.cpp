@@ -77,7 +77,7 @@ std::string ZshFunctionName(const CommandDescription& command) {
     return "_qvpres" + (command.path.empty() ? "" : "_" + Replaced(command.path, " ", "_"));
 }
 
-// One specification of _arguments for each name of each option.
+// One argument of _arguments for each name of each option.
 std::string ZshOptions(const CommandDescription& command) {
     std::string lines;
     for (const OptionDescription& option : command.options) {
