@@ -83,7 +83,7 @@ def make_page(name, names, reference):
         "title": title_of(text),
         "version": version(),
         "pages": pages,
-        "reference": ["%s=%s" % entry for entry in reference.items()],
+        "reference": ["`%s=%s`" % entry for entry in reference.items()],  # as code: nothing in it is markup
     }
     described = Path("build/site-page.json")
     described.write_text(json.dumps(metadata))
