@@ -107,7 +107,11 @@ DirectRecord EagerParametersNamespace::MakeDirectRecord(const ParameterInfo& rec
     direct.isFoundByNames = IsFoundByItsNames(record);
     const std::u16string_view name = record.camelName;
     direct.nameSize = static_cast<std::uint16_t>(std::min(name.size(), DirectRecord::kNameUnits + 1));
-    name.copy(direct.name, DirectRecord::kNameUnits);
+    if (name.size() <= DirectRecord::kNameUnits) {
+        char16_t* to = std::copy_n(u",\"", 2, direct.start);
+        to = std::copy(name.begin(), name.end(), to);
+        std::copy_n(u"\": ", 3, to);
+    }
     return direct;
 }
 

@@ -137,15 +137,16 @@ void JSONSerializer::ForceDisableCapture(bool disable) { s_forceDisableCapture =
 TString JSONSerializer::ToString(RefCntPtr<const IParameters> bag, OutputType type) const {
     OutputText output;
     TString& out = output.Text();
-    const bool verboseNames = PresModelBuilderSupport::UseVerboseNames();
-    BuildParameterStrings visitor(out, type, m_captureEnabled, m_nestedCapture, !verboseNames);
     if (type == Compact) {
-        DirectWriter(out, visitor, ParametersRegistry::Get(), verboseNames, PresModelBuilderSupport::CompressArrays())
+        DirectWriter(out, ParametersRegistry::Get(), PresModelBuilderSupport::GetTextOptions(),
+                     {m_captureEnabled, m_nestedCapture})
             .Write(bag);
     } else {
+        BuildParameterStrings visitor(out, type, m_captureEnabled, m_nestedCapture,
+                                      !PresModelBuilderSupport::UseVerboseNames());
         VisitParametersStructure(m_namespace, std::move(bag), visitor);
+        visitor.Finish();
     }
-    visitor.Finish();
     return output.Take();
 }
 

@@ -16,6 +16,7 @@
 
 #include "main/json/JSONNumbers.h"
 #include "main/json/direct/DirectDigits.h"
+#include "main/json/direct/DirectNumberReader.h"
 
 // What stands between values. Documents of programs have little of it.
 inline const char16_t* SkipBlanks(const char16_t* at) {
@@ -61,11 +62,6 @@ bool IsUsual(const NumberToken& token, T& value) {
 
 // A real of up to seven digits, and up to 14 more behind its point; point is the token's end where there is none.
 inline bool IsUsual(const NumberToken& token, const char16_t* point, double& value) {
-    static constexpr UInt64 kPowers[] = {
-        1u,           10u,           100u,           1000u,           10000u,
-        100000u,      1000000u,      10000000u,      100000000u,      1000000000u,
-        10000000000u, 100000000000u, 1000000000000u, 10000000000000u, 100000000000000u};
-    static_assert(sizeof(kPowers) / sizeof(kPowers[0]) == kExactFractionDigits + 1);
     const auto wholeDigits = static_cast<unsigned>(point - token.digits);
     if (wholeDigits - 1 >= 7 || (*token.digits == u'0' && wholeDigits > 1)) {
         return false;
@@ -79,7 +75,7 @@ inline bool IsUsual(const NumberToken& token, const char16_t* point, double& val
         if (fractionDigits - 1 >= kExactFractionDigits || wholeDigits + fractionDigits > 19) {
             return false;
         }
-        number *= kPowers[fractionDigits];
+        number *= kFractionPowers[fractionDigits];
         isNumber = TakeDigitsBefore(token.end, std::min(fractionDigits, 8u), part) && isNumber;
         number += part;
         if (fractionDigits > 8) {

@@ -78,6 +78,7 @@ struct DirectTextType {
 // in documents one mostly follows the other.
 struct DirectRecord {
     static constexpr std::size_t kNameUnits = 40;
+    static constexpr std::size_t kStartUnits = 50;  // so many can be copied in whole blocks, also from the second on
 
     const ParameterInfo* info = nullptr;   // null for the record behind the last one
     const DirectTextType* text = nullptr;  // for DirectType::Text
@@ -86,7 +87,12 @@ struct DirectRecord {
     DirectType type = DirectType::None;
     bool isFoundByNames = false;     // the namespace finds it by the names that it has now, and documents spell them so
     std::uint16_t nameSize = 0;      // of the camel-case name; more than kNameUnits where it is not held here
-    char16_t name[kNameUnits] = {};  // filled up with zeros
+
+    // How a member begins: a comma, the camel-case name between quotation marks, a colon and a blank. Filled up with
+    // zeros.
+    char16_t start[kStartUnits] = {};
+
+    const char16_t* Name() const noexcept { return start + 2; }
 };
 
 // What the registry keeps of each parameter for the short way.

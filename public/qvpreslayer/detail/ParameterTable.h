@@ -61,6 +61,16 @@ public:
     // Makes room for so many entries.
     void Reserve(std::size_t entries);
 
+    // Stores so many entries, one after the other as next() gives them. Requires: the table is empty and has room for
+    // them, identifiers ascend, no value is null.
+    template <class Next>
+    void Fill(std::size_t entries, const Next& next) noexcept {
+        for (Entry* entry = m_entries; entry != m_entries + entries; ++entry) {
+            new (entry) Entry(next());
+        }
+        m_size = static_cast<std::uint32_t>(entries);
+    }
+
     // Removes the entry; answers whether there was one.
     bool Erase(int id) noexcept;
 
