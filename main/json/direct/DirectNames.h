@@ -34,7 +34,10 @@ public:
     bool Prepare(const ParametersRegistry& registry, const TString& namespaceName, NameForm form);
 
     // Makes ready for the names of one text; the unit at end can be read, and is no part of it.
-    void Begin(const char16_t* end) noexcept { m_end = end; }
+    void Begin(const char16_t* begin, const char16_t* end) noexcept {
+        m_end = end;
+        m_membersEnd = m_form == NameForm::Camel ? end : begin;
+    }
 
     NameForm Form() const noexcept { return m_form; }
 
@@ -82,6 +85,7 @@ private:
     static constexpr std::size_t kSuccessors = 64;
 
     const char16_t* m_end = nullptr;
+    const char16_t* m_membersEnd = nullptr;  // where records hold no names of this form, the start of the text
     const ParametersRegistry* m_registry = nullptr;
     std::uint64_t m_generation = 0;
     TString m_namespace;
@@ -115,12 +119,9 @@ inline bool StartsWith(const char16_t* at, const char16_t* name, std::size_t siz
 }
 
 inline const char16_t* DirectNames::SkipMember(const Record& guess, const char16_t* at) const {
-    const std::size_t size = guess.nameSize + 3u;
-    if (guess.isFoundByNames && m_form == NameForm::Camel && size - 4 < Record::kNameUnits && HasRoom(at, size) &&
-        StartsWith(at, guess.start + 1, size)) [[likely]] {
-        return at + size;
-    }
-    return nullptr;
+    const std::size_t size = guess.memberSize;
+    const bool hasRoom = m_membersEnd - at >= static_cast<std::ptrdiff_t>(size + 8);
+    return size != 0 && hasRoom && StartsWith(at, guess.Member(), size) ? at + size : nullptr;
 }
 
 // Only parameters of this namespace, which it finds by their names; the record behind the last one never stands.

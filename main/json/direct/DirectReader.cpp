@@ -83,6 +83,14 @@ const char16_t* Expect(const char16_t* at, char16_t unit) {
     return *at == unit ? at + 1 : nullptr;
 }
 
+// Behind a string of plain units alone, from behind its opening quotation mark on; null for any other.
+[[gnu::always_inline]] inline const char16_t* TakeUnescaped(const char16_t* at, const char16_t* end,
+                                                            std::u16string_view& text) {
+    const char16_t* const close = SkipPlainUnits(at, end);
+    text = {at, static_cast<std::size_t>(close - at)};
+    return *close == u'"' ? close + 1 : nullptr;
+}
+
 // Behind a string without escapes, from behind its opening quotation mark on; null for any other.
 const char16_t* TakePlainString(const char16_t* at, const char16_t* end, std::u16string_view& text) {
     const char16_t* close = SkipPlainUnits(at, end);
@@ -178,7 +186,7 @@ bool DirectReader::Read(const TString& json, ParametersRegistry& registry, const
     }
     m_begin = json.data();
     m_end = m_begin + json.size();
-    m_names.Begin(m_end);
+    m_names.Begin(m_begin, m_end);
     m_numbers = DirectNumberReader(m_begin, m_end);
     m_depth = 0;
     m_maxDepth = std::min(kDirectLevels, PresLayerLimits::GetJSONDepth());
@@ -286,10 +294,19 @@ const char16_t* DirectReader::ReadBool(const char16_t* at, int id) {
     return behind;
 }
 
-const char16_t* DirectReader::ReadString(const char16_t* at, int id) {
+[[gnu::always_inline]] inline const char16_t* DirectReader::ReadString(const char16_t* at, int id) {
     if (*at != u'"') [[unlikely]] {
         return ReadNull(at, id);
     }
+    std::u16string_view text;
+    if (const char16_t* const behind = TakeUnescaped(at + 1, m_end, text)) [[likely]] {
+        m_items.AddValue<ValParameter<TString>>(id, TString(text));
+        return behind;
+    }
+    return ReadUnusualString(at, id);
+}
+
+const char16_t* DirectReader::ReadUnusualString(const char16_t* at, int id) {
     TString text;
     at = TakeString(at + 1, m_end, text);
     if (at != nullptr) {
@@ -315,8 +332,8 @@ const char16_t* DirectReader::ReadText(const char16_t* at, const Record& paramet
     return at;
 }
 
-[[gnu::always_inline]] inline const char16_t* DirectReader::ReadScalar(const char16_t* at, const Record& parameter) {
-    switch (parameter.type) {
+[[gnu::always_inline]] inline const char16_t* DirectReader::ReadMember(const char16_t* at, const Record& parameter) {
+    switch (parameter.single) {
         case DirectType::Int:
             return ReadNumber<int>(at, parameter.id);
         case DirectType::UInt:
@@ -336,53 +353,42 @@ const char16_t* DirectReader::ReadText(const char16_t* at, const Record& paramet
         case DirectType::Text:
             return ReadText(at, parameter);
         default:
-            return ReadNull(at, parameter.id);
-    }
-}
-
-[[gnu::always_inline]] inline const char16_t* DirectReader::ReadMember(const char16_t* at, const Record& parameter) {
-    switch (parameter.kind) {
-        case PTC_Text:
-        case PTC_Number:
-        case PTC_Bool:
-            return ReadScalar(at, parameter);
-        default:
             return ReadOther(at, parameter);
     }
 }
 
-// Clears ascends when identifiers do not.
+// Clears ascends when identifiers do not. As they are written, each member follows the one before in the records, too.
 const char16_t* DirectReader::ReadMembers(const char16_t* at, const Record* owner, std::uint32_t& members,
                                           bool& ascends) {
     at = SkipBlanks(at);
     if (*at == u'}') {
         return at + 1;
     }
-    const Record* previous = owner;
+    const Record* member = owner;
     const Record* guess = m_names.First(owner);
-    ::Int64 lastId = std::numeric_limits<::Int64>::min();
-    while (true) {
+    for (std::uint32_t read = 0;;) {
         if (const char16_t* const behind = m_names.SkipMember(*guess, at)) [[likely]] {
             at = behind;
-            previous = guess++;
+            member = guess++;
         } else {
-            at = TakeName(at, guess, previous, members == 0);
+            const Record* const previous = member;
+            at = TakeName(at, guess, previous, read == 0);
             if (at == nullptr) {
                 return nullptr;
             }
-            previous = guess;
-            guess = m_names.Behind(previous);
+            member = guess;
+            guess = m_names.Behind(member);
+            ascends = ascends && (read == 0 || previous->id < member->id);
         }
         at += *at == u' ' ? 1 : 0;  // as it is written before single values
-        at = ReadMember(SkipBlanks(at), *previous);
+        at = ReadMember(SkipBlanks(at), *member);
         if (at == nullptr) {
             return nullptr;
         }
-        ascends = ascends && lastId < previous->id;
-        lastId = previous->id;
-        ++members;
+        ++read;
         at = SkipBlanks(at);
         if (*at != u',') {
+            members = read;
             return *at == u'}' ? at + 1 : nullptr;
         }
         ++at;
@@ -418,6 +424,10 @@ bool DirectReader::HasEqualMembers(std::size_t position, std::uint32_t members) 
 
 const char16_t* DirectReader::ReadOther(const char16_t* at, const Record& parameter) {
     switch (parameter.kind) {
+        case PTC_Text:
+        case PTC_Number:
+        case PTC_Bool:
+            return ReadNull(at, parameter.id);
         case PTC_List:
             return *at == u'[' ? ReadList(at + 1, parameter) : ReadNull(at, parameter.id);
         case PTC_Map:

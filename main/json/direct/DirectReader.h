@@ -65,11 +65,11 @@ private:
     const char16_t* ReadEntry(const char16_t* at, const Record& parameter, int key);
     bool HasEqualMembers(std::size_t position, std::uint32_t members) const;
 
-    const char16_t* ReadScalar(const char16_t* at, const Record& parameter);
     template <class T>
     const char16_t* ReadNumber(const char16_t* at, int id);
     const char16_t* ReadBool(const char16_t* at, int id);
     const char16_t* ReadString(const char16_t* at, int id);
+    const char16_t* ReadUnusualString(const char16_t* at, int id);
     const char16_t* ReadText(const char16_t* at, const Record& parameter);
 
     const char16_t* ReadMap(const char16_t* at, const Record& parameter);
@@ -98,7 +98,7 @@ private:
     DirectNumberReader m_numbers{nullptr, nullptr};
     DirectItems m_items;
     std::size_t m_others = 0;  // items that are no values, so far
-    std::size_t m_spent = 0;  // bytes of expanded runs
+    std::size_t m_spent = 0;   // bytes of expanded runs
     int m_depth = 0;
     int m_maxDepth = 0;
 };

@@ -46,8 +46,8 @@ struct LastFirst {
 };
 thread_local constinit LastFirst s_lastFirst{0, nullptr};
 
-// Stands where no record is known; that of no parameter.
-constexpr qvpreslayer::detail::DirectRecord kNoRecord;
+// Stands where no record is known: that of no parameter, and another one behind it, as behind all.
+constexpr qvpreslayer::detail::DirectRecord kNoRecord[2];
 
 using Bags = BagStructureSerializer::Bags;
 using BagMap = BagStructureSerializer::BagMap;
@@ -64,7 +64,7 @@ DirectWriter::DirectWriter(TString& out, const ParametersRegistry& registry,
       m_hasUnserializable(registry.HasUnserializable()),
       m_guesses(!registry.HasOverlaps() && !m_hasUnserializable),
       m_generation(registry.GetGeneration()),
-      m_first(s_lastFirst.generation == m_generation ? s_lastFirst.record : &kNoRecord) {}
+      m_first(s_lastFirst.generation == m_generation ? s_lastFirst.record : kNoRecord) {}
 
 void DirectWriter::Write(const RefCntPtr<const IParameters>& bag) {
     m_sink.Put(u'{');
@@ -103,7 +103,8 @@ inline bool DirectWriter::HasName(const Record& parameter) const {
     return to + size;
 }
 
-inline char16_t* DirectWriter::StartSingle(const Record& parameter, bool first, std::size_t room) {
+[[gnu::always_inline]] inline char16_t* DirectWriter::StartSingle(const Record& parameter, bool first,
+                                                                  std::size_t room) {
     char16_t* const to = StartMember(parameter, first, room);
     *to = u' ';
     return to + 1;
@@ -120,9 +121,12 @@ template <class T>
     return true;
 }
 
-[[gnu::always_inline]] inline bool DirectWriter::WriteScalar(const Record& parameter, const IParameter& value,
+[[gnu::always_inline]] inline bool DirectWriter::WriteMember(const Record& parameter, const IParameter& value,
                                                              bool first) {
-    switch (parameter.type) {
+    if (!HasName(parameter)) {
+        return false;
+    }
+    switch (parameter.single) {
         case DirectType::Int:
             return WriteNumber<int>(parameter, value, first);
         case DirectType::UInt:
@@ -146,55 +150,48 @@ template <class T>
             return text.data() != nullptr && WriteText(parameter, text, first);
         }
         default:
-            return false;
-    }
-}
-
-[[gnu::always_inline]] inline bool DirectWriter::WriteMember(const Record& parameter, const IParameter& value,
-                                                             bool first) {
-    if (!HasName(parameter)) {
-        return false;
-    }
-    switch (parameter.kind) {
-        case PTC_Text:
-        case PTC_Number:
-        case PTC_Bool:
-            return WriteScalar(parameter, value, first);
-        default:
             return WriteOther(parameter, value, first);
     }
 }
 
 // Most bags begin with the same parameter as the one before, and go on in the order in which records stand.
+[[gnu::always_inline]] inline void DirectWriter::WriteEntry(const IParameters& bag, int id, const Value& value,
+                                                            Members& members) {
+    const Record* record = members.guess;
+    if (!m_guesses || record->id != id) [[unlikely]] {
+        if (m_hasUnserializable && m_registry.IsUnserializable(id)) {
+            return;
+        }
+        record = FindRecord(id);
+        m_first = members.guess == m_first ? record : m_first;
+    }
+    members.guess = record + 1;
+    if (WriteMember(*record, *value.Get(), members.first)) [[likely]] {
+        members.first = false;
+    } else {
+        members.first = HandOver(bag, id, value, members.first);
+    }
+}
+
 // Requires: entries are those of bag, as FindNested found them.
 void DirectWriter::WriteMembers(const IParameters& bag, const Table& entries) {
     const BagLevel level;
     ++m_depth;
-    bool first = true;
-    const Record* guess = m_first;
-    entries.ForEach([&](int id, const RefCntPtr<IParameter>& value) {
-        const Record* record = guess;
-        if (!m_guesses || record->id != id) [[unlikely]] {
-            if (m_hasUnserializable && m_registry.IsUnserializable(id)) {
-                return;
-            }
-            record = FindRecord(id);
-            m_first = guess == m_first ? record : m_first;
-        }
-        if (!WriteMember(*record, *value.Get(), first)) [[unlikely]] {
-            HandOver(bag, id, value, first);
-        } else {
-            first = false;
-        }
-        guess = record + (record == &kNoRecord ? 0 : 1);
-    });
+    Members members{true, m_first};
+    for (std::size_t i = 0; i < entries.Array().size(); ++i) {  // host code that is called on the way may change it
+        const Table::Entry& entry = entries.Array()[i];
+        WriteEntry(bag, entry.id, entry.value, members);
+    }
+    if (entries.IsTree()) [[unlikely]] {
+        entries.ForEach([&](int id, const Value& value) { WriteEntry(bag, id, value, members); });
+    }
     --m_depth;
 }
 
 // That of no parameter where the identifier, or its record, is not known, or all is for the visitor to spell.
 const DirectWriter::Record* DirectWriter::FindRecord(int id) const {
     const ParameterInfo* const info = m_allHandedOver ? nullptr : m_registry.FindInfo(id);
-    return info == nullptr || info->direct.record == nullptr ? &kNoRecord : info->direct.record;
+    return info == nullptr || info->direct.record == nullptr ? kNoRecord : info->direct.record;
 }
 
 bool DirectWriter::WriteOther(const Record& parameter, const IParameter& value, bool first) {
@@ -234,7 +231,8 @@ BuildParameterStrings& DirectWriter::Visitor() {
     return *m_visitor;
 }
 
-void DirectWriter::HandOver(const IParameters& bag, int id, const RefCntPtr<IParameter>& value, bool& first) {
+// Answers whether the next member is the first.
+bool DirectWriter::HandOver(const IParameters& bag, int id, const Value& value, bool first) {
     m_sink.Flush();
     BuildParameterStrings& visitor = Visitor();
     if (!m_allHandedOver) {
@@ -245,9 +243,9 @@ void DirectWriter::HandOver(const IParameters& bag, int id, const RefCntPtr<IPar
         .VisitParameter(id, value);
     m_sink.Reload();
     m_optionsMayDiffer = true;
-    first = visitor.IsFirstMember();
     m_allHandedOver = m_allHandedOver || !visitor.IsBalanced();
     m_guesses = m_guesses && !m_allHandedOver;
+    return visitor.IsFirstMember();
 }
 
 void DirectWriter::HandOverAll(const Bag& bag) {

@@ -38,24 +38,31 @@ public:
 
 private:
     using Bag = RefCntPtr<const IParameters>;
+    using Value = RefCntPtr<IParameter>;
     using Record = qvpreslayer::detail::DirectRecord;
     using Table = qvpreslayer::detail::ParameterTable;
 
+    // How far an object has been written.
+    struct Members {
+        bool first;
+        const Record* guess;  // of the next one
+    };
+
     // Behind the opening brace of an object.
     void WriteMembers(const IParameters& bag, const Table& entries);
+    void WriteEntry(const IParameters& bag, int id, const Value& value, Members& members);
 
     // Each writes a comma unless it is first, the name, the colon and the value; or nothing, answering false.
     bool WriteMember(const Record& parameter, const IParameter& value, bool first);
     bool WriteOther(const Record& parameter, const IParameter& value, bool first);
     bool HasName(const Record& parameter) const;
     BuildParameterStrings& Visitor();
-    void HandOver(const IParameters& bag, int id, const RefCntPtr<IParameter>& value, bool& first);
+    bool HandOver(const IParameters& bag, int id, const Value& value, bool first);
     void HandOverAll(const Bag& bag);
 
     const Record* FindRecord(int id) const;
     bool HasName(const ParameterInfo& info) const;
 
-    bool WriteScalar(const Record& parameter, const IParameter& value, bool first);
     bool WriteList(const Record& parameter, const IParameter& value, bool first);
     bool WriteMap(const Record& parameter, const IParameter& value, bool first);
     template <class T>

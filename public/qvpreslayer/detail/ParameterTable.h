@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <new>
+#include <span>
 #include <utility>
 
 #include <qvsys/RefCntPtr.h>
@@ -79,6 +80,10 @@ public:
     bool IsEmpty() const noexcept { return m_size == 0 && (m_tree == nullptr || m_tree->empty()); }
 
     void Swap(ParameterTable& other) noexcept;
+
+    // The entries, upwards by identifier, of a table that is no tree; none of a tree.
+    std::span<const Entry> Array() const noexcept { return {m_entries, m_size}; }
+    bool IsTree() const noexcept { return m_tree != nullptr; }
 
     // Calls visit(id, value) for each entry, upwards by identifier.
     template <class Visit>
