@@ -120,6 +120,29 @@ inline bool IsSameText(const char16_t* left, const char16_t* right, std::size_t 
     return same(0, 8) && same(size - 8, 8) && same(std::min<std::size_t>(8, size - 8), 8);
 }
 
+// After so many equal neighbours there are probably more.
+inline constexpr unsigned kManyEquals = 3;
+
+// Takes the last element of a list as often as its text, the size units before at with their comma, stands again from
+// at on; answers the place behind.
+template <class T>
+[[gnu::noinline]] const char16_t* TakeRepeats(const char16_t* at, std::size_t size, const char16_t* end,
+                                              std::vector<T>& values) {
+    const char16_t* same = at;
+    const auto isRepeated = [&](std::size_t units) {
+        return std::memcmp(same, same - size, units * sizeof(char16_t)) == 0;
+    };
+    while (end - same >= 8 && isRepeated(8)) {
+        same += 8;
+    }
+    while (same != end && isRepeated(1)) {
+        ++same;
+    }
+    const std::size_t repeats = static_cast<std::size_t>(same - at) / size;
+    values.insert(values.end(), repeats, T(values.back()));
+    return at + repeats * size;
+}
+
 // Takes elements from at on, and answers where the first one stands that is spelled otherwise than IsUsual has it, or
 // stands near an end of the text: what to make of that is for DirectNumberReader to say. begin and end are those of the
 // text.
@@ -133,6 +156,7 @@ const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, cons
     }
     [[maybe_unused]] const char16_t* last = at;
     [[maybe_unused]] std::size_t lastSize = 0;
+    [[maybe_unused]] unsigned equals = 0;  // neighbours in a row
     while (end - at >= Separators::kUnits) {
         const char16_t* const block = at;
         auto [commas, points] = Separators::At(block);
@@ -153,8 +177,17 @@ const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, cons
                 const auto size = static_cast<std::size_t>(comma - at);
                 if (size == lastSize && IsSameText(at, last, size)) {
                     value = values.back();
+                    if (++equals == kManyEquals) [[unlikely]] {
+                        values.push_back(value);
+                        at = TakeRepeats(comma + 1, size + 1, end, values);
+                        equals = 0;
+                        last = at - (size + 1);
+                        break;
+                    }
                 } else if (!IsUsual(NumberToken(at, comma), point, value)) {
                     return at;
+                } else {
+                    equals = 0;
                 }
                 last = at;
                 lastSize = size;
