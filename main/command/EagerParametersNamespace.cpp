@@ -9,6 +9,7 @@
 using qvpreslayer::detail::DirectInfo;
 using qvpreslayer::detail::DirectInfoOf;
 using qvpreslayer::detail::DirectRecord;
+using qvpreslayer::detail::DirectType;
 
 namespace {
 
@@ -106,8 +107,15 @@ DirectRecord EagerParametersNamespace::MakeDirectRecord(const ParameterInfo& rec
     direct.type = record.direct.type;
     direct.isFoundByNames = IsFoundByItsNames(record);
     const std::u16string_view name = record.camelName;
-    direct.nameSize = static_cast<std::uint16_t>(std::min(name.size(), DirectRecord::kNameUnits + 1));
-    name.copy(direct.name, DirectRecord::kNameUnits);
+    direct.single = direct.kind == PTC_Text || direct.kind == PTC_Number || direct.kind == PTC_Bool ? direct.type
+                                                                                                    : DirectType::None;
+    direct.nameSize = static_cast<std::uint8_t>(std::min(name.size(), DirectRecord::kNameUnits + 1));
+    if (name.size() <= DirectRecord::kNameUnits) {
+        direct.memberSize = direct.isFoundByNames ? static_cast<std::uint8_t>(name.size() + 3) : 0;
+        char16_t* to = std::copy_n(u",\"", 2, direct.start);
+        to = std::copy(name.begin(), name.end(), to);
+        std::copy_n(u"\": ", 3, to);
+    }
     return direct;
 }
 

@@ -121,14 +121,18 @@ void ParameterTable::Reserve(std::size_t entries) {
     auto* const grown = static_cast<Entry*>(qvsys::detail::AllocateBlock(entries * sizeof(Entry)));
     std::uninitialized_move(begin(), end(), grown);
     std::destroy(begin(), end());
-    qvsys::detail::ReleaseBlock(m_entries, m_capacity * sizeof(Entry));
+    if (m_entries != nullptr) {
+        qvsys::detail::ReleaseBlock(m_entries, m_capacity * sizeof(Entry));
+    }
     m_entries = grown;
     m_capacity = static_cast<std::uint32_t>(entries);
 }
 
 void ParameterTable::RemoveArray() noexcept {
-    std::destroy(begin(), end());
-    qvsys::detail::ReleaseBlock(m_entries, m_capacity * sizeof(Entry));
+    if (m_entries != nullptr) {
+        std::destroy(begin(), end());
+        qvsys::detail::ReleaseBlock(m_entries, m_capacity * sizeof(Entry));
+    }
 }
 
 // Without memory for the nodes the entries stay where they are, which costs time only.

@@ -31,6 +31,15 @@ bool CompressArrays() {
     return vars ? vars->CompressArrays() : false;
 }
 
+TextOptions GetTextOptions() {
+    const auto vars = BuilderVars();
+    if (!vars) {
+        return {};
+    }
+    const bool verboseNames = !vars->UseShortNames();
+    return {verboseNames, vars->CompressArrays()};
+}
+
 bool LossyEncodeImages() {
     const auto vars = BuilderVars();
     return vars ? vars->LossyEncodeImages() : false;

@@ -1,5 +1,7 @@
 #include <qvpreslayer/JSONSerializer.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <utility>
 
@@ -69,15 +71,17 @@ RefCntPtr<IParameters> ReadEitherWay(const TString& json, const TString& namespa
     return ReadAtLength(json, namespaceName, shortNames, lookupFlag, nullptr);
 }
 
-// The text that is being written. Most are short, and of unknown length before: they are written in memory that the
-// thread keeps, and copied once into memory of their size.
+// The text that is being written, whose length is not known before. Short ones are written in memory that the thread
+// keeps, and copied once into memory of their size; for the others the last text of the thread tells how much to ask
+// for, so that most are neither copied nor grow.
 class OutputText {
 public:
     OutputText() : m_kept(ThreadScratch::Find()) {
         if (m_kept != nullptr && m_kept->textInUse) {
             m_kept = nullptr;
         }
-        Text().reserve(kReservedUnits);
+        const std::size_t last = m_kept != nullptr ? m_kept->lastUnits : 0;
+        Text().reserve(std::max(kReservedUnits, last + last / 8));
         if (m_kept != nullptr) {
             m_kept->textInUse = true;
         }
@@ -98,20 +102,26 @@ public:
     TString& Text() { return m_kept != nullptr ? m_kept->text : m_own; }
 
     TString Take() {
-        if (Text().size() <= kCopiedUnits) {
+        const std::size_t size = Text().size();
+        if (m_kept != nullptr) {
+            m_kept->lastUnits = std::min(size, kForeseenUnits);
+        }
+        if (size <= kCopiedUnits) {
             return Text().view();
         }
         TString text = std::move(Text());
-        if (text.capacity() > 4 * text.size()) {
+        // Cutting a text of many pages costs more than it gives back, unless it is most of them.
+        if (text.capacity() > (size <= kForeseenUnits ? size + size / 4 : 4 * size)) {
             text.shrink_to_fit();
         }
         return text;
     }
 
 private:
-    static constexpr std::size_t kReservedUnits = 4096;
-    static constexpr std::size_t kCopiedUnits = 32768;
-    static constexpr std::size_t kKeptUnits = 131072;
+    static constexpr std::size_t kReservedUnits = 2048;
+    static constexpr std::size_t kKeptUnits = 4096;
+    static constexpr std::size_t kCopiedUnits = 1024;
+    static constexpr std::size_t kForeseenUnits = 131072;
 
     ThreadScratch* m_kept;
     TString m_own;  // where the thread's is in use, or there is none
@@ -137,15 +147,16 @@ void JSONSerializer::ForceDisableCapture(bool disable) { s_forceDisableCapture =
 TString JSONSerializer::ToString(RefCntPtr<const IParameters> bag, OutputType type) const {
     OutputText output;
     TString& out = output.Text();
-    const bool verboseNames = PresModelBuilderSupport::UseVerboseNames();
-    BuildParameterStrings visitor(out, type, m_captureEnabled, m_nestedCapture, !verboseNames);
     if (type == Compact) {
-        DirectWriter(out, visitor, ParametersRegistry::Get(), verboseNames, PresModelBuilderSupport::CompressArrays())
+        DirectWriter(out, ParametersRegistry::Get(), PresModelBuilderSupport::GetTextOptions(),
+                     {m_captureEnabled, m_nestedCapture})
             .Write(bag);
     } else {
+        BuildParameterStrings visitor(out, type, m_captureEnabled, m_nestedCapture,
+                                      !PresModelBuilderSupport::UseVerboseNames());
         VisitParametersStructure(m_namespace, std::move(bag), visitor);
+        visitor.Finish();
     }
-    visitor.Finish();
     return output.Take();
 }
 

@@ -1,6 +1,8 @@
 // What each thread keeps from one document to the next. Included by JSONSerializer.cpp.
 #pragma once
 
+#include <cstddef>
+
 #include <qvcore/TString.h>
 
 #include "main/json/direct/DirectReader.h"
@@ -16,6 +18,7 @@ struct ThreadScratch {
 
     DirectReader reader;
     TString text;
+    std::size_t lastUnits = 0;  // of the last text that was written
     bool readerInUse = false;
     bool textInUse = false;
 };

@@ -5,6 +5,7 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <system_error>
 
 #include <qvsys/QuorvelException.h>
@@ -48,12 +49,29 @@ char16_t* DropZeros(char16_t* end) {
     return end;
 }
 
+// The four digits of a number that is not 0, without zeros at the end: most reals have few digits behind the point.
+char16_t* WriteUpToFourPlaces(char16_t* to, std::uint32_t value) {
+    if constexpr (std::endian::native == std::endian::little) {
+        UInt64 digits = 0;
+        std::memcpy(&digits, kFourDigitTable.digits[value], sizeof(digits));
+        std::memcpy(to, &digits, sizeof(digits));
+        constexpr UInt64 kZeros = 0x0030'0030'0030'0030;
+        return to + (std::bit_width(digits ^ kZeros) + 15) / 16;
+    } else {
+        return DropZeros(WriteFourDigits(to, value));
+    }
+}
+
 // A point and the digits of a fraction that is not 0, without zeros at the end.
 template <int Digits>
 char16_t* WriteFraction(char16_t* to, UInt64 fraction) {
     *to++ = u'.';
     if constexpr (Digits == 14) {
         constexpr UInt64 kTenTo6 = 1000000;
+        constexpr UInt64 kTenTo10 = 10000000000;
+        if (const UInt64 head = fraction / kTenTo10; head * kTenTo10 == fraction) {
+            return WriteUpToFourPlaces(to, static_cast<std::uint32_t>(head));
+        }
         const auto high = static_cast<std::uint32_t>(fraction / kTenTo6);       // eight digits
         const auto low = static_cast<std::uint32_t>(fraction % kTenTo6) * 100;  // six, and two zeros
 #if defined(__SSE2__)

@@ -17,6 +17,13 @@ QVPRESLAYER_API bool UseVerboseNames();
 // Whether long numeric lists are packed in runs. Default false.
 QVPRESLAYER_API bool CompressArrays();
 
+// Both at once, for the library's own use: the session is asked for its options once.
+struct TextOptions {
+    bool useVerboseNames = true;
+    bool compressArrays = false;
+};
+QVPRESLAYER_API TextOptions GetTextOptions();
+
 // Whether hosts may encode images with loss. Default false.
 QVPRESLAYER_API bool LossyEncodeImages();
 

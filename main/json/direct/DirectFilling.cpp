@@ -27,11 +27,12 @@ RefCntPtr<IParameter> TakeValue(DirectItem& item) noexcept {
 }  // namespace
 
 bool DirectFilling::MakeBag(IParameters& root) {
-    if (PlainBags::Find(root) == nullptr) {
+    ParameterTable* const table = PlainBags::Find(root);
+    if (table == nullptr) {
         return false;
     }
     m_item = 1;
-    Fill(root, m_items[0]);
+    FillTable(*table, m_items[0]);
     m_items.SetTaken();
     return true;
 }
@@ -44,22 +45,32 @@ RefCntPtr<IParameters> DirectFilling::MakeNested() {
 }
 
 void DirectFilling::Fill(IParameters& bag, const DirectItem& item) {
+    if (ParameterTable* const table = PlainBags::Find(bag)) [[likely]] {
+        FillTable(*table, item);
+    } else {
+        FillInNameOrder(bag, item.children);
+    }
+}
+
+void DirectFilling::FillTable(ParameterTable& table, const DirectItem& item) {
     std::uint64_t members = item.children;
-    ParameterTable* const table = PlainBags::Find(bag);
-    if (table == nullptr) {
-        FillInNameOrder(bag, members);
+    table.Reserve(members);
+    if (item.kind == DirectItem::Kind::Leaf && table.IsEmpty()) [[likely]] {
+        table.Fill(members, [this] {
+            DirectItem& member = m_items[m_item++];
+            return ParameterTable::Entry{member.id, TakeValue(member)};
+        });
         return;
     }
-    table->Reserve(members);
     for (; members != 0; --members) {
         DirectItem& member = m_items[m_item];
         if (member.kind == DirectItem::Kind::Value) [[likely]] {
             ++m_item;
-            table->Set(member.id, TakeValue(member));
+            table.Set(member.id, TakeValue(member));
         } else if (member.kind == DirectItem::Kind::Null) {
             ++m_item;
         } else {
-            table->Set(member.id, MakeValue());
+            table.Set(member.id, MakeValue());
         }
     }
 }
@@ -75,7 +86,7 @@ void DirectFilling::FillInNameOrder(IParameters& bag, std::uint64_t members) {
     for (const auto& [name, position] : order) {
         m_item = position;
         const int id = m_items[position].id;
-        if (m_items[position].kind == DirectItem::Kind::Bag) {
+        if (m_items[position].IsBag()) {
             FillNested(bag, id);
         } else if (m_items[position].kind != DirectItem::Kind::Null) {
             bag.SetParameter(id, MakeValue());
@@ -109,6 +120,7 @@ void DirectFilling::FillNested(IParameters& bag, int id) {
 
 DirectFilling::Value DirectFilling::MakeValue() {
     switch (m_items[m_item].kind) {
+        case DirectItem::Kind::Leaf:
         case DirectItem::Kind::Bag:
             return MakeRefCnt<BagParameter>(Bag(MakeNested()));
         case DirectItem::Kind::Bags:

@@ -9,6 +9,7 @@
 
 #include <qvpreslayer/IParameters.h>
 #include <qvpreslayer/ParametersRegistry.h>
+#include <qvpreslayer/detail/ParameterTable.h>
 
 #include "main/json/direct/DirectItems.h"
 #include "main/json/direct/DirectNames.h"
@@ -31,6 +32,7 @@ private:
     // Each takes items from m_item on.
     RefCntPtr<IParameters> MakeNested();
     void Fill(IParameters& bag, const DirectItem& item);
+    void FillTable(qvpreslayer::detail::ParameterTable& table, const DirectItem& item);
     void FillInNameOrder(IParameters& bag, std::uint64_t members);
     std::u16string_view NameOf(int id) const;
     void FillNested(IParameters& bag, int id);

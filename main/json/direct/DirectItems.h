@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -18,9 +19,10 @@ struct DirectItem {
     enum class Kind : unsigned char {
         Null,  // a member or entry that is null
         Value,
-        Bag,     // its members follow
-        Bags,    // its elements follow, each a Bag
-        BagMap,  // its entries follow, each a Bag or Null, in the order of their keys
+        Leaf,    // a bag whose members follow: values alone, ascending by identifier
+        Bag,     // a bag whose members follow
+        Bags,    // its elements follow, each a bag
+        BagMap,  // its entries follow, each a bag or Null, in the order of their keys
     };
 
     int id;  // of a member; of an entry where its key stands; 0 for elements
@@ -30,6 +32,7 @@ struct DirectItem {
         std::uint64_t children;  // of the kinds behind it: how many are right inside
     };
 
+    bool IsBag() const noexcept { return kind == Kind::Leaf || kind == Kind::Bag; }
     std::uint64_t Children() const noexcept { return kind <= Kind::Value ? 0 : children; }
 };
 
@@ -43,25 +46,27 @@ public:
     DirectItems& operator=(const DirectItems&) = delete;
     ~DirectItems() { Clear(); }
 
-    std::size_t Size() const noexcept { return m_items.size(); }
+    std::size_t Size() const noexcept { return static_cast<std::size_t>(m_end - m_items.data()); }
     DirectItem& operator[](std::size_t position) noexcept { return m_items[position]; }
     const DirectItem& operator[](std::size_t position) const noexcept { return m_items[position]; }
 
     // An item that is null until it is said to be something else.
     std::size_t Add(int id) {
-        m_items.push_back({id, DirectItem::Kind::Null, {nullptr}});
-        return m_items.size() - 1;
+        MakeRoom();
+        *m_end++ = {id, DirectItem::Kind::Null, {nullptr}};
+        return Size() - 1;
     }
     void Add(int id, RefCntPtr<IParameter> value) {
-        Add(id);
-        SetLast(value.Detach());
+        MakeRoom();
+        *m_end++ = {id, DirectItem::Kind::Value, {value.Detach()}};
     }
 
-    // A value that is made of value. The item comes first, so that nothing can fail when the value is there.
+    // A value that is made of value. Room comes first, so that nothing can fail when the value is there.
     template <class Holder, class T>
     void AddValue(int id, T&& value) {
-        Add(id);
-        SetLast(MakeRefCnt<Holder>(std::forward<T>(value)).Detach());
+        MakeRoom();
+        IParameter* const held = MakeRefCnt<Holder>(std::forward<T>(value)).Detach();
+        *m_end++ = {id, DirectItem::Kind::Value, {held}};
     }
     void SetInside(std::size_t position, DirectItem::Kind kind, std::uint64_t children) noexcept {
         m_items[position].kind = kind;
@@ -84,22 +89,24 @@ public:
     }
 
     // Every value has been taken: there is nothing left to let go of.
-    void SetTaken() noexcept { m_items.clear(); }
+    void SetTaken() noexcept { m_end = m_items.data(); }
 
     void Clear() noexcept {
-        for (const DirectItem& item : m_items) {
+        for (const DirectItem& item : std::span(m_items.data(), m_end)) {
             if (item.kind == DirectItem::Kind::Value && item.value != nullptr) {
                 item.value->RemoveReference();
             }
         }
-        m_items.clear();
+        m_end = m_items.data();
         m_keys.clear();
     }
 
-    // Lets go of memory beyond what most texts take.
+    // Lets go of memory beyond what most texts take. Requires: Clear() comes first.
     void Shrink() noexcept {
-        if (m_items.capacity() > kKeptItems) {
+        if (m_items.size() > kKeptItems) {
             std::vector<DirectItem>().swap(m_items);
+            m_end = nullptr;
+            m_limit = nullptr;
         }
         if (m_keys.capacity() > kKeptKeys) {
             std::vector<TString>().swap(m_keys);
@@ -107,14 +114,25 @@ public:
     }
 
 private:
-    void SetLast(IParameter* value) noexcept {
-        m_items.back().kind = DirectItem::Kind::Value;
-        m_items.back().value = value;
+    // For one more item.
+    void MakeRoom() {
+        if (m_end == m_limit) [[unlikely]] {
+            Grow();
+        }
+    }
+    [[gnu::noinline]] void Grow() {
+        const std::size_t size = Size();
+        m_items.resize(2 * size + kFirstItems);
+        m_end = m_items.data() + size;
+        m_limit = m_items.data() + m_items.size();
     }
 
+    static constexpr std::size_t kFirstItems = 64;
     static constexpr std::size_t kKeptItems = 65536;
     static constexpr std::size_t kKeptKeys = 32768;
 
-    std::vector<DirectItem> m_items;
+    std::vector<DirectItem> m_items;  // those before m_end are the text's
+    DirectItem* m_end = nullptr;
+    DirectItem* m_limit = nullptr;
     std::vector<TString> m_keys;  // of entries of structure maps
 };

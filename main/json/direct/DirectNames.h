@@ -36,7 +36,7 @@ public:
     // Makes ready for the names of one text; the unit at end can be read, and is no part of it.
     void Begin(const char16_t* begin, const char16_t* end) noexcept {
         m_end = end;
-        m_blocksEnd = end - begin > kLookahead ? end - kLookahead : begin;
+        m_membersEnd = m_form == NameForm::Camel ? end : begin;
     }
 
     NameForm Form() const noexcept { return m_form; }
@@ -52,6 +52,10 @@ public:
     // Behind the closing quotation mark of the name at at when it is that of a guess; null when it is another.
     const char16_t* Skip(const Record& guess, const char16_t* at) const;
 
+    // Behind the colon when a whole name with both quotation marks and a colon, as it is written, stands at at and is
+    // that of a guess; null for all others.
+    const char16_t* SkipMember(const Record& guess, const char16_t* at) const;
+
     // The parameter that the name at at stands for, in any place; at is left behind its closing quotation mark.
     // previous is the member before, or, with first, what the object belongs to. Null, for the long way, when the name
     // is not known so.
@@ -64,10 +68,12 @@ private:
         bool first;
     };
 
-    // What a guess may be compared with behind at: whole blocks, and a quotation mark.
-    static constexpr std::ptrdiff_t kLookahead = Record::kNameUnits + 8;
     static const Record s_none;  // stands nowhere
 
+    // Whether a comparison with so many units, in whole blocks, stays inside the text.
+    bool HasRoom(const char16_t* at, std::size_t size) const {
+        return static_cast<std::size_t>(m_end - at) >= size + 8;
+    }
     bool IsOwn(const Record* record) const;
     const Record* Seek(const char16_t*& at) const;
     const Record* Find(std::u16string_view name) const;
@@ -79,7 +85,7 @@ private:
     static constexpr std::size_t kSuccessors = 64;
 
     const char16_t* m_end = nullptr;
-    const char16_t* m_blocksEnd = nullptr;  // kLookahead units follow each place before it
+    const char16_t* m_membersEnd = nullptr;  // where records hold no names of this form, the start of the text
     const ParametersRegistry* m_registry = nullptr;
     std::uint64_t m_generation = 0;
     TString m_namespace;
@@ -112,6 +118,12 @@ inline bool StartsWith(const char16_t* at, const char16_t* name, std::size_t siz
 #endif
 }
 
+inline const char16_t* DirectNames::SkipMember(const Record& guess, const char16_t* at) const {
+    const std::size_t size = guess.memberSize;
+    const bool hasRoom = m_membersEnd - at >= static_cast<std::ptrdiff_t>(size + 8);
+    return size != 0 && hasRoom && StartsWith(at, guess.Member(), size) ? at + size : nullptr;
+}
+
 // Only parameters of this namespace, which it finds by their names; the record behind the last one never stands.
 inline const char16_t* DirectNames::Skip(const Record& guess, const char16_t* at) const {
     if (!guess.isFoundByNames) {
@@ -119,11 +131,11 @@ inline const char16_t* DirectNames::Skip(const Record& guess, const char16_t* at
     }
     const bool isShort = m_form == NameForm::Short;
     const std::size_t size = isShort ? guess.info->shortName.size() : guess.nameSize;
-    const char16_t* const name = isShort ? guess.info->shortName.data() : guess.name;
+    const char16_t* const name = isShort ? guess.info->shortName.data() : guess.Name();
     if (size - 1 >= Record::kNameUnits) [[unlikely]] {
         return nullptr;
     }
-    if (at < m_blocksEnd) [[likely]] {
+    if (HasRoom(at, size)) [[likely]] {
         if (at[size] != u'"' || !StartsWith(at, name, size)) {
             return nullptr;
         }

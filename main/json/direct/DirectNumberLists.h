@@ -16,6 +16,7 @@
 
 #include "main/json/JSONNumbers.h"
 #include "main/json/direct/DirectDigits.h"
+#include "main/json/direct/DirectNumberReader.h"
 
 // What stands between values. Documents of programs have little of it.
 inline const char16_t* SkipBlanks(const char16_t* at) {
@@ -61,11 +62,6 @@ bool IsUsual(const NumberToken& token, T& value) {
 
 // A real of up to seven digits, and up to 14 more behind its point; point is the token's end where there is none.
 inline bool IsUsual(const NumberToken& token, const char16_t* point, double& value) {
-    static constexpr UInt64 kPowers[] = {
-        1u,           10u,           100u,           1000u,           10000u,
-        100000u,      1000000u,      10000000u,      100000000u,      1000000000u,
-        10000000000u, 100000000000u, 1000000000000u, 10000000000000u, 100000000000000u};
-    static_assert(sizeof(kPowers) / sizeof(kPowers[0]) == kExactFractionDigits + 1);
     const auto wholeDigits = static_cast<unsigned>(point - token.digits);
     if (wholeDigits - 1 >= 7 || (*token.digits == u'0' && wholeDigits > 1)) {
         return false;
@@ -79,7 +75,7 @@ inline bool IsUsual(const NumberToken& token, const char16_t* point, double& val
         if (fractionDigits - 1 >= kExactFractionDigits || wholeDigits + fractionDigits > 19) {
             return false;
         }
-        number *= kPowers[fractionDigits];
+        number *= kFractionPowers[fractionDigits];
         isNumber = TakeDigitsBefore(token.end, std::min(fractionDigits, 8u), part) && isNumber;
         number += part;
         if (fractionDigits > 8) {
@@ -124,6 +120,29 @@ inline bool IsSameText(const char16_t* left, const char16_t* right, std::size_t 
     return same(0, 8) && same(size - 8, 8) && same(std::min<std::size_t>(8, size - 8), 8);
 }
 
+// After so many equal neighbours there are probably more.
+inline constexpr unsigned kManyEquals = 3;
+
+// Takes the last element of a list as often as its text, the size units before at with their comma, stands again from
+// at on; answers the place behind.
+template <class T>
+[[gnu::noinline]] const char16_t* TakeRepeats(const char16_t* at, std::size_t size, const char16_t* end,
+                                              std::vector<T>& values) {
+    const char16_t* same = at;
+    const auto isRepeated = [&](std::size_t units) {
+        return std::memcmp(same, same - size, units * sizeof(char16_t)) == 0;
+    };
+    while (end - same >= 8 && isRepeated(8)) {
+        same += 8;
+    }
+    while (same != end && isRepeated(1)) {
+        ++same;
+    }
+    const std::size_t repeats = static_cast<std::size_t>(same - at) / size;
+    values.insert(values.end(), repeats, T(values.back()));
+    return at + repeats * size;
+}
+
 // Takes elements from at on, and answers where the first one stands that is spelled otherwise than IsUsual has it, or
 // stands near an end of the text: what to make of that is for DirectNumberReader to say. begin and end are those of the
 // text.
@@ -137,6 +156,7 @@ const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, cons
     }
     [[maybe_unused]] const char16_t* last = at;
     [[maybe_unused]] std::size_t lastSize = 0;
+    [[maybe_unused]] unsigned equals = 0;  // neighbours in a row
     while (end - at >= Separators::kUnits) {
         const char16_t* const block = at;
         auto [commas, points] = Separators::At(block);
@@ -157,8 +177,17 @@ const char16_t* TakeUsualNumbers(const char16_t* at, const char16_t* begin, cons
                 const auto size = static_cast<std::size_t>(comma - at);
                 if (size == lastSize && IsSameText(at, last, size)) {
                     value = values.back();
+                    if (++equals == kManyEquals) [[unlikely]] {
+                        values.push_back(value);
+                        at = TakeRepeats(comma + 1, size + 1, end, values);
+                        equals = 0;
+                        last = at - (size + 1);
+                        break;
+                    }
                 } else if (!IsUsual(NumberToken(at, comma), point, value)) {
                     return at;
+                } else {
+                    equals = 0;
                 }
                 last = at;
                 lastSize = size;

@@ -5,7 +5,17 @@
 #include <cstring>
 #include <string_view>
 
+#include <qvcore/DecimalReal.h>
 #include <qvcore/IntegerTypes.h>
+
+#include "main/json/JSONNumbers.h"
+#include "main/json/direct/DirectDigits.h"
+
+// 10 to as many digits as may stand behind a point.
+inline constexpr UInt64 kFractionPowers[] = {
+    1u,         10u,         100u,         1000u,         10000u,         100000u,         1000000u,        10000000u,
+    100000000u, 1000000000u, 10000000000u, 100000000000u, 1000000000000u, 10000000000000u, 100000000000000u};
+static_assert(sizeof(kFractionPowers) / sizeof(kFractionPowers[0]) == kExactFractionDigits + 1);
 
 // Reads tokens of the JSON grammar for numbers, from at on, and tells what they stand for by the rules of the long way.
 // Each operation answers the unit behind the token; null, with nothing said about value, when the long way is to take
@@ -25,11 +35,69 @@ public:
 private:
     struct Parts;
 
-    bool HasRoom(const char16_t* at) const noexcept;
-    const char16_t* TakeShortInteger(const char16_t* at, Int64& value) const noexcept;
-    const char16_t* TakeShortReal(const char16_t* at, double& value) const noexcept;
+    // Tokens of up to so many digits, before a point, are the usual ones: they travel as they are.
+    static constexpr unsigned kUsualDigits = 7;
+
+    static bool IsExponent(char16_t unit) noexcept { return (unit | 0x20) == u'e'; }
+    bool HasRoom(const char16_t* at) const noexcept {
+        return m_end - at >= kDigitsLookahead && at - m_begin >= kDigitsLookbehind;
+    }
+
+    // All others.
+    const char16_t* TakeLongInteger(const char16_t* at, Int64& value) const noexcept;
+    const char16_t* TakeLongReal(const char16_t* at, double& value) const noexcept;
     const char16_t* TakeParts(const char16_t* at, Parts& parts) const noexcept;
 
     const char16_t* m_begin;
     const char16_t* m_end;
 };
+
+inline const char16_t* DirectNumberReader::TakeInteger(const char16_t* at, Int64& value) const noexcept {
+    const bool negative = *at == u'-';
+    const char16_t* const digits = at + (negative ? 1 : 0);
+    if (!HasRoom(digits)) [[unlikely]] {
+        return TakeLongInteger(at, value);
+    }
+    const unsigned count = CountDigits(digits);
+    const char16_t* const end = digits + count;
+    if (count - 1 >= kUsualDigits || (*digits == u'0' && count > 1) || *end == u'.' || IsExponent(*end)) [[unlikely]] {
+        return TakeLongInteger(at, value);
+    }
+    const auto magnitude = static_cast<Int64>(DigitsBefore(end, count));
+    value = negative ? -magnitude : magnitude;
+    return end;
+}
+
+inline const char16_t* DirectNumberReader::TakeReal(const char16_t* at, double& value) const noexcept {
+    const bool negative = *at == u'-';
+    const char16_t* const digits = at + (negative ? 1 : 0);
+    if (!HasRoom(digits)) [[unlikely]] {
+        return TakeLongReal(at, value);
+    }
+    const unsigned wholeDigits = CountDigits(digits);
+    const char16_t* const fraction = digits + wholeDigits + 1;
+    if (wholeDigits - 1 >= kUsualDigits || (*digits == u'0' && wholeDigits > 1) || fraction[-1] != u'.') {
+        return TakeLongReal(at, value);
+    }
+    unsigned fractionDigits = CountDigits(fraction);
+    UInt64 number = DigitsBefore(fraction - 1, wholeDigits);
+    if (fractionDigits < 8) {
+        if (fractionDigits == 0) [[unlikely]] {
+            return nullptr;
+        }
+        number = number * kFractionPowers[fractionDigits] + DigitsBefore(fraction + fractionDigits, fractionDigits);
+    } else {
+        const unsigned more = CountDigits(fraction + 8);
+        fractionDigits += more;
+        if (fractionDigits > kExactFractionDigits || wholeDigits + fractionDigits > qvcore::detail::kLargestFraction)
+            [[unlikely]] {
+            return nullptr;
+        }
+        number = (number * 100000000 + DigitsBefore(fraction + 8, 8)) * kFractionPowers[more] +
+                 DigitsBefore(fraction + fractionDigits, more);
+    }
+    const char16_t* const end = fraction + fractionDigits;
+    const double magnitude = qvcore::detail::DecimalToReal(number, fractionDigits);
+    value = negative && number != 0 ? -magnitude : magnitude;
+    return IsExponent(*end) ? nullptr : end;
+}

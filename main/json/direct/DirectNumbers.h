@@ -29,6 +29,52 @@ char16_t* WriteNumberText(char16_t* to, const T& value) {
     }
 }
 
+// Integers one after the other, of which most differ from the one before in their last four digits alone: the digits
+// before these are copied then.
+template <class T>
+class NearIntegers {
+public:
+    // Whether it pays for these, as far as a few of them tell.
+    static bool Are(const T* at, const T* end) {
+        constexpr std::ptrdiff_t kSamples = 4;
+        const std::ptrdiff_t distance = (end - at) / kSamples;
+        unsigned near = 0;
+        for (std::ptrdiff_t i = 0; distance > 1 && i < kSamples; ++i) {
+            const T* const sample = at + i * distance;
+            near += static_cast<Magnitude>(sample[1]) - static_cast<Magnitude>(sample[0]) + kTail / 2 < kTail ? 1 : 0;
+        }
+        return near >= kSamples - 1;
+    }
+
+    char16_t* Write(char16_t* to, T value) {
+        auto magnitude = static_cast<Magnitude>(value);
+        if (value < 0) [[unlikely]] {
+            *to++ = u'-';
+            magnitude = 0 - magnitude;
+        }
+        if (magnitude - kTail >= kTail * kTail - kTail) {
+            return qvpreslayer::detail::WriteInteger(to, magnitude);
+        }
+        const auto number = static_cast<std::uint32_t>(magnitude);
+        if (number - m_headValue >= kTail) [[unlikely]] {
+            m_headValue = number / kTail * kTail;
+            m_headSize =
+                static_cast<std::size_t>(qvpreslayer::detail::WriteUpToFourDigits(m_head, number / kTail) - m_head);
+        }
+        std::memcpy(to, m_head, sizeof(m_head));
+        return qvpreslayer::detail::WriteFourDigits(to + m_headSize, number - m_headValue);
+    }
+
+private:
+    using Magnitude = std::conditional_t<sizeof(T) == 8, UInt64, std::uint32_t>;
+
+    static constexpr std::uint32_t kTail = 10000;
+
+    std::uint32_t m_headValue = 0;  // none yet: less than has such digits
+    std::size_t m_headSize = 0;
+    char16_t m_head[4] = {};
+};
+
 // Elements with commas between them. Neighbours are often equal in columns of reals, whose texts take longest: the last
 // text is copied then.
 template <class T>
@@ -66,6 +112,12 @@ private:
 
     void WriteBlock(const T* at, const T* end, bool first) {
         char16_t* to = m_sink.Room(static_cast<std::size_t>(end - at) * (kLongestNumber<T> + 1 + kCopySlack));
+        if constexpr (std::is_integral_v<T>) {
+            if (NearIntegers<T>::Are(at, end)) {
+                m_sink.Accept(WriteNearIntegers(to, at, end, first));
+                return;
+            }
+        }
         // The last element that was not copied from one before. Its text, not that of a copy: processors are slow to
         // read what they have just written in other pieces.
         [[maybe_unused]] const T* last = at;
@@ -92,6 +144,19 @@ private:
             }
         }
         m_sink.Accept(to);
+    }
+
+    static char16_t* WriteNearIntegers(char16_t* to, const T* at, const T* end, bool first) {
+        NearIntegers<T> texts;
+        if (!first) {
+            *to++ = u',';
+        }
+        to = texts.Write(to, *at);
+        while (++at != end) {
+            *to++ = u',';
+            to = texts.Write(to, *at);
+        }
+        return to;
     }
 
     static constexpr std::size_t kRepeated = 24;

@@ -83,6 +83,14 @@ const char16_t* Expect(const char16_t* at, char16_t unit) {
     return *at == unit ? at + 1 : nullptr;
 }
 
+// Behind a string of plain units alone, from behind its opening quotation mark on; null for any other.
+[[gnu::always_inline]] inline const char16_t* TakeUnescaped(const char16_t* at, const char16_t* end,
+                                                            std::u16string_view& text) {
+    const char16_t* const close = SkipPlainUnits(at, end);
+    text = {at, static_cast<std::size_t>(close - at)};
+    return *close == u'"' ? close + 1 : nullptr;
+}
+
 // Behind a string without escapes, from behind its opening quotation mark on; null for any other.
 const char16_t* TakePlainString(const char16_t* at, const char16_t* end, std::u16string_view& text) {
     const char16_t* close = SkipPlainUnits(at, end);
@@ -183,6 +191,7 @@ bool DirectReader::Read(const TString& json, ParametersRegistry& registry, const
     m_depth = 0;
     m_maxDepth = std::min(kDirectLevels, PresLayerLimits::GetJSONDepth());
     m_items.Clear();
+    m_others = 0;
     m_spent = 0;
     const PresLayerLimits::ExpansionBudgetScope budget;
     if (ReadWholeText()) {
@@ -216,61 +225,188 @@ const char16_t* DirectReader::ReadBag(const char16_t* at, const Record* owner, i
         return nullptr;
     }
     const std::size_t position = m_items.Add(id);
+    const std::size_t othersBefore = m_others;
     bool ascends = true;
     std::uint32_t members = 0;
     at = ReadMembers(at, owner, members, ascends);
     if (at == nullptr || (!ascends && HasEqualMembers(position, members))) {
         return nullptr;
     }
-    m_items.SetInside(position, DirectItem::Kind::Bag, members);
+    const bool isLeaf = ascends && m_others == othersBefore;
+    SetInside(position, isLeaf ? DirectItem::Kind::Leaf : DirectItem::Kind::Bag, members);
     return at;
 }
 
-// Clears ascends when identifiers do not.
+const char16_t* DirectReader::TakeWord(const char16_t* at, std::u16string_view word) const {
+    const bool stands =
+        static_cast<std::size_t>(m_end - at) >= word.size() && std::u16string_view(at, word.size()) == word;
+    return stands ? at + word.size() : nullptr;
+}
+
+inline const char16_t* DirectReader::TakeBool(const char16_t* at, bool& value) const {
+    if (m_end - at < 5) [[unlikely]] {
+        value = *at == u't';
+        return TakeWord(at, value ? u"true" : u"false");
+    }
+    value = std::memcmp(at, u"true", 4 * sizeof(char16_t)) == 0;
+    const bool isFalse = at[4] == u'e' && std::memcmp(at, u"fals", 4 * sizeof(char16_t)) == 0;
+    return value ? at + 4 : isFalse ? at + 5 : nullptr;
+}
+
+const char16_t* DirectReader::ReadNull(const char16_t* at, int id) {
+    at = TakeWord(at, u"null");
+    if (at != nullptr) {
+        m_items.Add(id);
+        ++m_others;
+    }
+    return at;
+}
+
+template <class T>
+[[gnu::always_inline]] inline const char16_t* DirectReader::TakeNumber(const char16_t* at, T& value) const {
+    std::conditional_t<std::is_floating_point_v<T>, double, ::Int64> number = 0;
+    if constexpr (std::is_floating_point_v<T>) {
+        at = m_numbers.TakeReal(at, number);
+    } else {
+        at = m_numbers.TakeInteger(at, number);
+    }
+    return at != nullptr && Fits(number, value) ? at : nullptr;
+}
+
+template <class T>
+[[gnu::always_inline]] inline const char16_t* DirectReader::ReadNumber(const char16_t* at, int id) {
+    T number{};
+    const char16_t* const behind = TakeNumber(at, number);
+    if (behind == nullptr) [[unlikely]] {
+        return ReadNull(at, id);
+    }
+    m_items.AddValue<ValParameter<T>>(id, number);
+    return behind;
+}
+
+const char16_t* DirectReader::ReadBool(const char16_t* at, int id) {
+    bool truth = false;
+    const char16_t* const behind = TakeBool(at, truth);
+    if (behind == nullptr) [[unlikely]] {
+        return ReadNull(at, id);
+    }
+    m_items.AddValue<ValParameter<bool>>(id, truth);
+    return behind;
+}
+
+[[gnu::always_inline]] inline const char16_t* DirectReader::ReadString(const char16_t* at, int id) {
+    if (*at != u'"') [[unlikely]] {
+        return ReadNull(at, id);
+    }
+    std::u16string_view text;
+    if (const char16_t* const behind = TakeUnescaped(at + 1, m_end, text)) [[likely]] {
+        m_items.AddValue<ValParameter<TString>>(id, TString(text));
+        return behind;
+    }
+    return ReadUnusualString(at, id);
+}
+
+const char16_t* DirectReader::ReadUnusualString(const char16_t* at, int id) {
+    TString text;
+    at = TakeString(at + 1, m_end, text);
+    if (at != nullptr) {
+        m_items.AddValue<ValParameter<TString>>(id, std::move(text));
+    }
+    return at;
+}
+
+const char16_t* DirectReader::ReadText(const char16_t* at, const Record& parameter) {
+    if (*at != u'"') [[unlikely]] {
+        return ReadNull(at, parameter.id);
+    }
+    std::u16string_view text;
+    at = TakePlainString(at + 1, m_end, text);
+    if (at == nullptr) {
+        return nullptr;
+    }
+    Value value = parameter.text->fromText(text);
+    if (!value) {
+        return nullptr;
+    }
+    m_items.Add(parameter.id, std::move(value));
+    return at;
+}
+
+[[gnu::always_inline]] inline const char16_t* DirectReader::ReadMember(const char16_t* at, const Record& parameter) {
+    switch (parameter.single) {
+        case DirectType::Int:
+            return ReadNumber<int>(at, parameter.id);
+        case DirectType::UInt:
+            return ReadNumber<unsigned int>(at, parameter.id);
+        case DirectType::Int64:
+            return ReadNumber<::Int64>(at, parameter.id);
+        case DirectType::UInt64:
+            return ReadNumber<::UInt64>(at, parameter.id);
+        case DirectType::Float:
+            return ReadNumber<float>(at, parameter.id);
+        case DirectType::Double:
+            return ReadNumber<double>(at, parameter.id);
+        case DirectType::Bool:
+            return ReadBool(at, parameter.id);
+        case DirectType::String:
+            return ReadString(at, parameter.id);
+        case DirectType::Text:
+            return ReadText(at, parameter);
+        default:
+            return ReadOther(at, parameter);
+    }
+}
+
+// Clears ascends when identifiers do not. As they are written, each member follows the one before in the records, too.
 const char16_t* DirectReader::ReadMembers(const char16_t* at, const Record* owner, std::uint32_t& members,
                                           bool& ascends) {
     at = SkipBlanks(at);
     if (*at == u'}') {
         return at + 1;
     }
-    const Record* previous = owner;
+    const Record* member = owner;
     const Record* guess = m_names.First(owner);
-    ::Int64 lastId = std::numeric_limits<::Int64>::min();
-    while (true) {
-        at = Expect(at, u'"');
-        if (at == nullptr) {
-            return nullptr;
-        }
-        if (const char16_t* const behind = m_names.Skip(*guess, at)) [[likely]] {
+    for (std::uint32_t read = 0;;) {
+        if (const char16_t* const behind = m_names.SkipMember(*guess, at)) [[likely]] {
             at = behind;
-            previous = guess++;
+            member = guess++;
         } else {
-            const char16_t* name = at;
-            previous = m_names.Find(name, previous, members == 0);
-            if (previous == nullptr) {
+            const Record* const previous = member;
+            at = TakeName(at, guess, previous, read == 0);
+            if (at == nullptr) {
                 return nullptr;
             }
-            at = name;
-            guess = m_names.Behind(previous);
-        }
-        at = Expect(at, u':');
-        if (at == nullptr) {
-            return nullptr;
+            member = guess;
+            guess = m_names.Behind(member);
+            ascends = ascends && (read == 0 || previous->id < member->id);
         }
         at += *at == u' ' ? 1 : 0;  // as it is written before single values
-        at = ReadMember(SkipBlanks(at), *previous);
+        at = ReadMember(SkipBlanks(at), *member);
         if (at == nullptr) {
             return nullptr;
         }
-        ascends = ascends && lastId < previous->id;
-        lastId = previous->id;
-        ++members;
+        ++read;
         at = SkipBlanks(at);
         if (*at != u',') {
+            members = read;
             return *at == u'}' ? at + 1 : nullptr;
         }
         ++at;
     }
+}
+
+// Behind a name and its colon, in any spelling. guess is left at the parameter that it stands for; previous is the
+// member before, or, with first, what the object belongs to.
+const char16_t* DirectReader::TakeName(const char16_t* at, const Record*& guess, const Record* previous, bool first) {
+    at = Expect(at, u'"');
+    if (at == nullptr) {
+        return nullptr;
+    }
+    if (const char16_t* const behind = m_names.Skip(*guess, at)) {
+        return Expect(behind, u':');
+    }
+    guess = m_names.Find(at, previous, first);
+    return guess == nullptr ? nullptr : Expect(at, u':');
 }
 
 // The last of equal members counts, which is for the long way to see to.
@@ -286,12 +422,12 @@ bool DirectReader::HasEqualMembers(std::size_t position, std::uint32_t members) 
     return std::adjacent_find(ids.begin(), ids.end()) != ids.end();
 }
 
-const char16_t* DirectReader::ReadMember(const char16_t* at, const Record& parameter) {
+const char16_t* DirectReader::ReadOther(const char16_t* at, const Record& parameter) {
     switch (parameter.kind) {
         case PTC_Text:
         case PTC_Number:
         case PTC_Bool:
-            return ReadScalar(at, parameter);
+            return ReadNull(at, parameter.id);
         case PTC_List:
             return *at == u'[' ? ReadList(at + 1, parameter) : ReadNull(at, parameter.id);
         case PTC_Map:
@@ -310,14 +446,6 @@ const char16_t* DirectReader::ReadMember(const char16_t* at, const Record& param
         default:
             return nullptr;
     }
-}
-
-const char16_t* DirectReader::ReadNull(const char16_t* at, int id) {
-    at = TakeWord(at, u"null");
-    if (at != nullptr) {
-        m_items.Add(id);
-    }
-    return at;
 }
 
 // Behind the opening bracket.
@@ -341,7 +469,7 @@ const char16_t* DirectReader::ReadBags(const char16_t* at, const Record& paramet
             at = SkipBlanks(at);
         } while (*at == u',');
     }
-    m_items.SetInside(position, DirectItem::Kind::Bags, elements);
+    SetInside(position, DirectItem::Kind::Bags, elements);
     return *at == u']' ? at + 1 : nullptr;
 }
 
@@ -373,37 +501,12 @@ const char16_t* DirectReader::ReadBagMap(const char16_t* at, const Record& param
             at = SkipBlanks(at);
         } while (*at == u',');
     }
-    m_items.SetInside(position, DirectItem::Kind::BagMap, entries);
+    SetInside(position, DirectItem::Kind::BagMap, entries);
     return *at == u'}' ? at + 1 : nullptr;
 }
 
 const char16_t* DirectReader::ReadEntry(const char16_t* at, const Record& parameter, int key) {
     return *at == u'{' ? ReadBag(at + 1, &parameter, key) : ReadNull(at, key);
-}
-
-const char16_t* DirectReader::ReadScalar(const char16_t* at, const Record& parameter) {
-    switch (parameter.type) {
-        case DirectType::Int:
-            return ReadNumber<int>(at, parameter.id);
-        case DirectType::UInt:
-            return ReadNumber<unsigned int>(at, parameter.id);
-        case DirectType::Int64:
-            return ReadNumber<::Int64>(at, parameter.id);
-        case DirectType::UInt64:
-            return ReadNumber<::UInt64>(at, parameter.id);
-        case DirectType::Float:
-            return ReadNumber<float>(at, parameter.id);
-        case DirectType::Double:
-            return ReadNumber<double>(at, parameter.id);
-        case DirectType::Bool:
-            return ReadBool(at, parameter.id);
-        case DirectType::String:
-            return ReadString(at, parameter.id);
-        case DirectType::Text:
-            return ReadText(at, parameter);
-        default:
-            return ReadNull(at, parameter.id);
-    }
 }
 
 // Behind the opening bracket.
@@ -503,67 +606,6 @@ const char16_t* DirectReader::TakeValue(const char16_t* at, T& value) const {
     }
 }
 
-template <class T>
-const char16_t* DirectReader::TakeNumber(const char16_t* at, T& value) const {
-    std::conditional_t<std::is_floating_point_v<T>, double, ::Int64> number = 0;
-    if constexpr (std::is_floating_point_v<T>) {
-        at = m_numbers.TakeReal(at, number);
-    } else {
-        at = m_numbers.TakeInteger(at, number);
-    }
-    return at != nullptr && Fits(number, value) ? at : nullptr;
-}
-
-template <class T>
-const char16_t* DirectReader::ReadNumber(const char16_t* at, int id) {
-    T number{};
-    const char16_t* const behind = TakeNumber(at, number);
-    if (behind == nullptr) [[unlikely]] {
-        return ReadNull(at, id);
-    }
-    m_items.AddValue<ValParameter<T>>(id, number);
-    return behind;
-}
-
-const char16_t* DirectReader::ReadBool(const char16_t* at, int id) {
-    bool truth = false;
-    const char16_t* const behind = TakeBool(at, truth);
-    if (behind == nullptr) [[unlikely]] {
-        return ReadNull(at, id);
-    }
-    m_items.AddValue<ValParameter<bool>>(id, truth);
-    return behind;
-}
-
-const char16_t* DirectReader::ReadString(const char16_t* at, int id) {
-    if (*at != u'"') [[unlikely]] {
-        return ReadNull(at, id);
-    }
-    TString text;
-    at = TakeString(at + 1, m_end, text);
-    if (at != nullptr) {
-        m_items.AddValue<ValParameter<TString>>(id, std::move(text));
-    }
-    return at;
-}
-
-const char16_t* DirectReader::ReadText(const char16_t* at, const Record& parameter) {
-    if (*at != u'"') [[unlikely]] {
-        return ReadNull(at, parameter.id);
-    }
-    std::u16string_view text;
-    at = TakePlainString(at + 1, m_end, text);
-    if (at == nullptr) {
-        return nullptr;
-    }
-    Value value = parameter.text->fromText(text);
-    if (!value) {
-        return nullptr;
-    }
-    m_items.Add(parameter.id, std::move(value));
-    return at;
-}
-
 // Behind the opening bracket, as all lists.
 const char16_t* DirectReader::ReadTexts(const char16_t* at, const Record& parameter) {
     StringTexts texts(at, m_end);
@@ -636,22 +678,6 @@ const char16_t* DirectReader::ReadRun(const char16_t* at, std::size_t position, 
     m_spent += run.length * sizeof(T);
     runs.push_back(run);
     return at;
-}
-
-const char16_t* DirectReader::TakeWord(const char16_t* at, std::u16string_view word) const {
-    const bool stands =
-        static_cast<std::size_t>(m_end - at) >= word.size() && std::u16string_view(at, word.size()) == word;
-    return stands ? at + word.size() : nullptr;
-}
-
-const char16_t* DirectReader::TakeBool(const char16_t* at, bool& value) const {
-    if (m_end - at < 5) [[unlikely]] {
-        value = *at == u't';
-        return TakeWord(at, value ? u"true" : u"false");
-    }
-    value = std::memcmp(at, u"true", 4 * sizeof(char16_t)) == 0;
-    const bool isFalse = at[4] == u'e' && std::memcmp(at, u"fals", 4 * sizeof(char16_t)) == 0;
-    return value ? at + 4 : isFalse ? at + 5 : nullptr;
 }
 
 const char16_t* DirectReader::ReadBools(const char16_t* at, int id) {

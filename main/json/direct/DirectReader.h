@@ -47,22 +47,29 @@ private:
 
     bool ReadWholeText();
 
+    void SetInside(std::size_t position, DirectItem::Kind kind, std::uint64_t children) noexcept {
+        m_items.SetInside(position, kind, children);
+        ++m_others;
+    }
+
     // Each reads from a place on, adds the item of what it read, and answers the place behind; null for the long way.
     // Those with an identifier are told what the item is to name.
     const char16_t* ReadBag(const char16_t* at, const Record* owner, int id);
     const char16_t* ReadMembers(const char16_t* at, const Record* owner, std::uint32_t& members, bool& ascends);
+    const char16_t* TakeName(const char16_t* at, const Record*& guess, const Record* previous, bool first);
     const char16_t* ReadMember(const char16_t* at, const Record& parameter);
+    const char16_t* ReadOther(const char16_t* at, const Record& parameter);
     const char16_t* ReadNull(const char16_t* at, int id);
     const char16_t* ReadBags(const char16_t* at, const Record& parameter);
     const char16_t* ReadBagMap(const char16_t* at, const Record& parameter);
     const char16_t* ReadEntry(const char16_t* at, const Record& parameter, int key);
     bool HasEqualMembers(std::size_t position, std::uint32_t members) const;
 
-    const char16_t* ReadScalar(const char16_t* at, const Record& parameter);
     template <class T>
     const char16_t* ReadNumber(const char16_t* at, int id);
     const char16_t* ReadBool(const char16_t* at, int id);
     const char16_t* ReadString(const char16_t* at, int id);
+    const char16_t* ReadUnusualString(const char16_t* at, int id);
     const char16_t* ReadText(const char16_t* at, const Record& parameter);
 
     const char16_t* ReadMap(const char16_t* at, const Record& parameter);
@@ -90,7 +97,8 @@ private:
     DirectNames m_names;
     DirectNumberReader m_numbers{nullptr, nullptr};
     DirectItems m_items;
-    std::size_t m_spent = 0;  // bytes of expanded runs
+    std::size_t m_others = 0;  // items that are no values, so far
+    std::size_t m_spent = 0;   // bytes of expanded runs
     int m_depth = 0;
     int m_maxDepth = 0;
 };

@@ -36,6 +36,9 @@ constexpr int kDirectLevels = 32;
 // Room around the text of a name: the comma, two quotation marks, the colon, a blank, a bracket.
 constexpr std::size_t kAroundName = 8 + kCopySlack;
 
+// The beginning of most members is copied at once, the rest of it in a second step.
+constexpr std::size_t kFirstUnits = 24;
+
 // What the last bag of the thread began with; of no use when the registry has changed since.
 struct LastFirst {
     std::uint64_t generation;
@@ -43,85 +46,156 @@ struct LastFirst {
 };
 thread_local constinit LastFirst s_lastFirst{0, nullptr};
 
+// Stands where no record is known: that of no parameter, and another one behind it, as behind all.
+constexpr qvpreslayer::detail::DirectRecord kNoRecord[2];
+
 using Bags = BagStructureSerializer::Bags;
 using BagMap = BagStructureSerializer::BagMap;
 
 }  // namespace
 
-DirectWriter::DirectWriter(TString& out, BuildParameterStrings& visitor, const ParametersRegistry& registry,
-                           bool useVerboseNames, bool compressArrays)
+DirectWriter::DirectWriter(TString& out, const ParametersRegistry& registry,
+                           PresModelBuilderSupport::TextOptions options, Captures captures)
     : m_sink(out),
-      m_visitor(visitor),
       m_registry(registry),
-      m_useVerboseNames(useVerboseNames),
-      m_compressArrays(compressArrays),
+      m_captures(captures),
+      m_useVerboseNames(options.useVerboseNames),
+      m_compressArrays(options.compressArrays),
       m_hasUnserializable(registry.HasUnserializable()),
-      m_guesses(!registry.HasOverlaps()),
+      m_guesses(!registry.HasOverlaps() && !m_hasUnserializable),
       m_generation(registry.GetGeneration()),
-      m_first(s_lastFirst.generation == m_generation ? s_lastFirst.record : nullptr) {}
+      m_first(s_lastFirst.generation == m_generation ? s_lastFirst.record : kNoRecord) {}
 
 void DirectWriter::Write(const RefCntPtr<const IParameters>& bag) {
-    if (CanNest(bag)) {
-        WriteMembers(*bag, true);
+    m_sink.Put(u'{');
+    if (const Table* const entries = FindNested(bag)) {
+        WriteMembers(*bag, *entries);
     } else {
         HandOverAll(bag);
     }
+    m_sink.Put(u'}');
     m_sink.Flush();
     s_lastFirst = {m_generation, m_first};
 }
 
-bool DirectWriter::CanNest(const Bag& bag) {
-    return bag && m_depth < kDirectLevels && PlainBags::Find(*bag) != nullptr;
+// The entries of a bag that can be written here; null for one that cannot.
+const ParameterTable* DirectWriter::FindNested(const Bag& bag) const {
+    return bag && m_depth < kDirectLevels ? PlainBags::Find(*bag) : nullptr;
 }
 
-// Requires: CanNest(bag).
-bool DirectWriter::WriteMembers(const IParameters& bag, bool first) {
-    const BagLevel level;
-    ++m_depth;
-    const Record* previous = nullptr;
-    PlainBags::Find(bag)->ForEach([&](int id, const RefCntPtr<IParameter>& value) {
-        if (m_hasUnserializable && m_registry.IsUnserializable(id)) {
-            return;
+inline bool DirectWriter::HasName(const Record& parameter) const {
+    return m_useVerboseNames ? parameter.nameSize != 0
+                             : parameter.info != nullptr && !parameter.info->shortName.empty();
+}
+
+[[gnu::always_inline]] inline char16_t* DirectWriter::StartMember(const Record& parameter, bool first,
+                                                                  std::size_t room) {
+    if (!m_useVerboseNames || parameter.nameSize > Record::kNameUnits) [[unlikely]] {
+        return StartLongMember(parameter, first, room);
+    }
+    char16_t* const to = m_sink.Room(2 * kFirstUnits + room);
+    const char16_t* const from = parameter.start + (first ? 1 : 0);
+    const std::size_t size = parameter.nameSize + (first ? 3u : 4u);
+    std::memcpy(to, from, kFirstUnits * sizeof(char16_t));
+    if (size >= kFirstUnits) {  // also for the blank behind it
+        std::memcpy(to + kFirstUnits, from + kFirstUnits, kFirstUnits * sizeof(char16_t));
+    }
+    return to + size;
+}
+
+[[gnu::always_inline]] inline char16_t* DirectWriter::StartSingle(const Record& parameter, bool first,
+                                                                  std::size_t room) {
+    char16_t* const to = StartMember(parameter, first, room);
+    *to = u' ';
+    return to + 1;
+}
+
+template <class T>
+[[gnu::always_inline]] inline bool DirectWriter::WriteNumber(const Record& parameter, const IParameter& value,
+                                                             bool first) {
+    const T* content = Exactly<T>(value);
+    if (content == nullptr) {
+        return false;
+    }
+    m_sink.Accept(WriteNumberText(StartSingle(parameter, first, kLongestNumber<T>), *content));
+    return true;
+}
+
+[[gnu::always_inline]] inline bool DirectWriter::WriteMember(const Record& parameter, const IParameter& value,
+                                                             bool first) {
+    if (!HasName(parameter)) {
+        return false;
+    }
+    switch (parameter.single) {
+        case DirectType::Int:
+            return WriteNumber<int>(parameter, value, first);
+        case DirectType::UInt:
+            return WriteNumber<unsigned int>(parameter, value, first);
+        case DirectType::Int64:
+            return WriteNumber<Int64>(parameter, value, first);
+        case DirectType::UInt64:
+            return WriteNumber<UInt64>(parameter, value, first);
+        case DirectType::Float:
+            return WriteNumber<float>(parameter, value, first);
+        case DirectType::Double:
+            return WriteNumber<double>(parameter, value, first);
+        case DirectType::Bool:
+            return WriteNumber<bool>(parameter, value, first);
+        case DirectType::String: {
+            const TString* text = Exactly<TString>(value);
+            return text != nullptr && WriteText(parameter, *text, first);
         }
-        const Record* const record = FindRecord(id, previous);
-        if (record == nullptr || m_allHandedOver || !WriteMember(*record, *value, first)) {
-            HandOver(bag, id, value, first);
-        } else {
-            first = false;
+        case DirectType::Text: {
+            const std::u16string_view text = parameter.text->valueText(value, m_scratch);
+            return text.data() != nullptr && WriteText(parameter, text, first);
         }
-        previous = record;
-    });
-    --m_depth;
-    return first;
+        default:
+            return WriteOther(parameter, value, first);
+    }
 }
 
 // Most bags begin with the same parameter as the one before, and go on in the order in which records stand.
-const DirectWriter::Record* DirectWriter::FindRecord(int id, const Record* previous) {
-    const Record* const guess = previous == nullptr ? m_first : previous + 1;
-    if (m_guesses && guess != nullptr && guess->id == id && guess->info != nullptr) [[likely]] {
-        return guess;
+[[gnu::always_inline]] inline void DirectWriter::WriteEntry(const IParameters& bag, int id, const Value& value,
+                                                            Members& members) {
+    const Record* record = members.guess;
+    if (!m_guesses || record->id != id) [[unlikely]] {
+        if (m_hasUnserializable && m_registry.IsUnserializable(id)) {
+            return;
+        }
+        record = FindRecord(id);
+        m_first = members.guess == m_first ? record : m_first;
     }
-    const ParameterInfo* const info = m_registry.FindInfo(id);
-    const Record* const record = info == nullptr ? nullptr : info->direct.record;
-    if (previous == nullptr) {
-        m_first = record;
+    members.guess = record + 1;
+    if (WriteMember(*record, *value.Get(), members.first)) [[likely]] {
+        members.first = false;
+    } else {
+        members.first = HandOver(bag, id, value, members.first);
     }
-    return record;
 }
 
-bool DirectWriter::HasName(const ParameterInfo& info) const {
-    return !(m_useVerboseNames ? info.verboseName : info.shortName).empty();
+// Requires: entries are those of bag, as FindNested found them.
+void DirectWriter::WriteMembers(const IParameters& bag, const Table& entries) {
+    const BagLevel level;
+    ++m_depth;
+    Members members{true, m_first};
+    for (std::size_t i = 0; i < entries.Array().size(); ++i) {  // host code that is called on the way may change it
+        const Table::Entry& entry = entries.Array()[i];
+        WriteEntry(bag, entry.id, entry.value, members);
+    }
+    if (entries.IsTree()) [[unlikely]] {
+        entries.ForEach([&](int id, const Value& value) { WriteEntry(bag, id, value, members); });
+    }
+    --m_depth;
 }
 
-bool DirectWriter::WriteMember(const Record& parameter, const IParameter& value, bool first) {
-    if (m_useVerboseNames ? parameter.nameSize == 0 : parameter.info->shortName.empty()) {
-        return false;
-    }
+// That of no parameter where the identifier, or its record, is not known, or all is for the visitor to spell.
+const DirectWriter::Record* DirectWriter::FindRecord(int id) const {
+    const ParameterInfo* const info = m_allHandedOver ? nullptr : m_registry.FindInfo(id);
+    return info == nullptr || info->direct.record == nullptr ? kNoRecord : info->direct.record;
+}
+
+bool DirectWriter::WriteOther(const Record& parameter, const IParameter& value, bool first) {
     switch (parameter.kind) {
-        case PTC_Text:
-        case PTC_Number:
-        case PTC_Bool:
-            return WriteScalar(parameter, value, first);
         case PTC_List:
             return WriteList(parameter, value, first);
         case PTC_Map:
@@ -146,39 +220,38 @@ bool DirectWriter::WriteMember(const Record& parameter, const IParameter& value,
     }
 }
 
-void DirectWriter::HandOver(const IParameters& bag, int id, const RefCntPtr<IParameter>& value, bool& first) {
-    m_sink.Flush();
-    if (!m_allHandedOver) {
-        m_visitor.ContinueMembers(first);
+// Spells what comes next behind what the sink holds.
+BuildParameterStrings& DirectWriter::Visitor() {
+    if (!m_visitor) {
+        TString& out = m_sink.Text();
+        const std::size_t size = out.size();
+        m_visitor.emplace(out, JSONSerializer::Compact, m_captures.enabled, m_captures.nested, !m_useVerboseNames);
+        out.resize(size);  // the opening brace stands at the start already
     }
-    VisitStructuredParameters(m_registry, RefCntPtr<const IParameters>(&bag), m_visitor, m_useVerboseNames,
+    return *m_visitor;
+}
+
+// Answers whether the next member is the first.
+bool DirectWriter::HandOver(const IParameters& bag, int id, const Value& value, bool first) {
+    m_sink.Flush();
+    BuildParameterStrings& visitor = Visitor();
+    if (!m_allHandedOver) {
+        visitor.ContinueMembers(first);
+    }
+    VisitStructuredParameters(m_registry, RefCntPtr<const IParameters>(&bag), visitor, m_useVerboseNames,
                               m_compressArrays)
         .VisitParameter(id, value);
     m_sink.Reload();
     m_optionsMayDiffer = true;
-    first = m_visitor.IsFirstMember();
-    m_allHandedOver = m_allHandedOver || !m_visitor.IsBalanced();
+    m_allHandedOver = m_allHandedOver || !visitor.IsBalanced();
+    m_guesses = m_guesses && !m_allHandedOver;
+    return visitor.IsFirstMember();
 }
 
 void DirectWriter::HandOverAll(const Bag& bag) {
     m_sink.Flush();
-    m_visitor.ContinueMembers(true);
-    VisitStructuredParameters(m_registry, bag, m_visitor, m_useVerboseNames, m_compressArrays).Walk();
+    VisitStructuredParameters(m_registry, bag, Visitor(), m_useVerboseNames, m_compressArrays).Walk();
     m_sink.Reload();
-}
-
-char16_t* DirectWriter::StartMember(const Record& parameter, bool first, std::size_t room) {
-    if (m_useVerboseNames && parameter.nameSize <= Record::kNameUnits) [[likely]] {
-        char16_t* to = m_sink.Room(Record::kNameUnits + kAroundName + room);
-        *to = u',';
-        to += first ? 0 : 1;
-        *to++ = u'"';
-        for (std::size_t i = 0; i < parameter.nameSize; i += 8) {
-            std::memcpy(to + i, parameter.name + i, 8 * sizeof(char16_t));
-        }
-        return CopyUnits(to + parameter.nameSize, u"\":");
-    }
-    return StartLongMember(parameter, first, room);
 }
 
 // Names that records do not hold.
@@ -205,51 +278,8 @@ char16_t* DirectWriter::StartLongMember(const Record& parameter, bool first, std
     return to;
 }
 
-bool DirectWriter::WriteScalar(const Record& parameter, const IParameter& value, bool first) {
-    switch (parameter.type) {
-        case DirectType::Int:
-            return WriteNumber<int>(parameter, value, first);
-        case DirectType::UInt:
-            return WriteNumber<unsigned int>(parameter, value, first);
-        case DirectType::Int64:
-            return WriteNumber<Int64>(parameter, value, first);
-        case DirectType::UInt64:
-            return WriteNumber<UInt64>(parameter, value, first);
-        case DirectType::Float:
-            return WriteNumber<float>(parameter, value, first);
-        case DirectType::Double:
-            return WriteNumber<double>(parameter, value, first);
-        case DirectType::Bool:
-            return WriteNumber<bool>(parameter, value, first);
-        case DirectType::String: {
-            const TString* text = Exactly<TString>(value);
-            return text != nullptr && WriteText(parameter, *text, first);
-        }
-        case DirectType::Text: {
-            const std::u16string_view text = parameter.text->valueText(value, m_scratch);
-            return text.data() != nullptr && WriteText(parameter, text, first);
-        }
-        default:
-            return false;
-    }
-}
-
-template <class T>
-bool DirectWriter::WriteNumber(const Record& parameter, const IParameter& value, bool first) {
-    const T* content = Exactly<T>(value);
-    if (content == nullptr) {
-        return false;
-    }
-    char16_t* to = StartMember(parameter, first, kLongestNumber<T>);
-    *to++ = u' ';
-    m_sink.Accept(WriteNumberText(to, *content));
-    return true;
-}
-
 bool DirectWriter::WriteText(const Record& parameter, std::u16string_view text, bool first) {
-    char16_t* to = StartMember(parameter, first, text.size() + 2 * kCopySlack);
-    *to++ = u' ';
-    PutQuoted(m_sink, to, text);
+    PutQuoted(m_sink, StartSingle(parameter, first, text.size() + 2 * kCopySlack), text);
     return true;
 }
 
@@ -296,7 +326,8 @@ bool DirectWriter::WriteList(const Record& parameter, const IParameter& value, b
 // The tag of nested lists must be registered as a list of bare items with a name, as the core namespace has it.
 bool DirectWriter::CanPack(int tag) const {
     const ParameterInfo* info = m_registry.FindInfo(tag);
-    return info != nullptr && info->kind == PTC_List && HasName(*info) && info->serializer &&
+    return info != nullptr && info->kind == PTC_List && info->serializer &&
+           !(m_useVerboseNames ? info->verboseName : info->shortName).empty() &&
            info->serializer->GetType() == PTC_Number;
 }
 
@@ -417,32 +448,37 @@ bool DirectWriter::WriteEntries(const Record& parameter, const IParameter& value
     return true;
 }
 
-void DirectWriter::WriteNested(const Bag& bag) {
+void DirectWriter::WriteNested(const IParameters& bag, const Table& entries) {
     m_sink.Put(u'{');
-    WriteMembers(*bag, true);
+    WriteMembers(bag, entries);
     m_sink.Put(u'}');
 }
 
 // Nested bags, other than structures, are written under the options in force where they begin. Nobody but host code
 // changes them meanwhile.
 bool DirectWriter::HaveOptionsChanged() const {
-    return m_optionsMayDiffer && (PresModelBuilderSupport::UseVerboseNames() != m_useVerboseNames ||
-                                  PresModelBuilderSupport::CompressArrays() != m_compressArrays);
+    if (!m_optionsMayDiffer) {
+        return false;
+    }
+    const PresModelBuilderSupport::TextOptions options = PresModelBuilderSupport::GetTextOptions();
+    return options.useVerboseNames != m_useVerboseNames || options.compressArrays != m_compressArrays;
 }
 
 bool DirectWriter::WriteBag(const Record& parameter, const IParameter& value, bool first) {
     const Bag* bag = Exactly<Bag>(value);
-    if (bag == nullptr || !CanNest(*bag) || (parameter.kind == PTC_Bag && HaveOptionsChanged())) {
+    const Table* const entries = bag == nullptr ? nullptr : FindNested(*bag);
+    if (entries == nullptr || (parameter.kind == PTC_Bag && HaveOptionsChanged())) {
         return false;
     }
     m_sink.Accept(StartMember(parameter, first, 0));
-    WriteNested(*bag);
+    WriteNested(**bag, *entries);
     return true;
 }
 
 bool DirectWriter::WriteBags(const Record& parameter, const IParameter& value, bool first) {
     const auto* bags = Exactly<Bags>(value);
-    if (bags == nullptr || !std::all_of(bags->begin(), bags->end(), [this](const Bag& bag) { return CanNest(bag); })) {
+    const auto canNest = [this](const Bag& bag) { return FindNested(bag) != nullptr; };
+    if (bags == nullptr || !std::all_of(bags->begin(), bags->end(), canNest)) {
         return false;
     }
     char16_t* to = StartMember(parameter, first, 0);
@@ -452,7 +488,7 @@ bool DirectWriter::WriteBags(const Record& parameter, const IParameter& value, b
         if (&bag != &bags->front()) {
             m_sink.Put(u',');
         }
-        WriteNested(bag);
+        WriteNested(*bag, *FindNested(bag));
     }
     m_sink.Put(u']');
     return true;
@@ -461,7 +497,7 @@ bool DirectWriter::WriteBags(const Record& parameter, const IParameter& value, b
 // The keys of structures are not names: they stay as they are, null entries excepted.
 bool DirectWriter::WriteBagMap(const Record& parameter, const IParameter& value, bool first) {
     const auto* bags = Exactly<BagMap>(value);
-    const auto canNest = [this](const auto& entry) { return !entry.second || CanNest(entry.second); };
+    const auto canNest = [this](const auto& entry) { return !entry.second || FindNested(entry.second) != nullptr; };
     if (bags == nullptr || !std::all_of(bags->begin(), bags->end(), canNest)) {
         return false;
     }
@@ -482,7 +518,7 @@ bool DirectWriter::WriteBagMap(const Record& parameter, const IParameter& value,
         }
         PutQuoted(m_sink, to, key);
         m_sink.Put(u':');
-        WriteNested(bag);
+        WriteNested(*bag, *FindNested(bag));
     }
     m_sink.Put(u'}');
     return true;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include <qvsys/RefCntPtr.h>
@@ -11,7 +12,9 @@
 #include <qvpreslayer/BuildParameterStrings.h>
 #include <qvpreslayer/IParameters.h>
 #include <qvpreslayer/ParametersRegistry.h>
+#include <qvpreslayer/PresModelBuilderSupport.h>
 #include <qvpreslayer/detail/DirectText.h>
+#include <qvpreslayer/detail/ParameterTable.h>
 
 #include "main/json/direct/TextSink.h"
 
@@ -21,28 +24,45 @@
 // nesting. So the text, the order in which host code is called and every failure are theirs.
 class DirectWriter {
 public:
-    // visitor writes into the same text and has told it the opening brace. Requires: all three outlive the writer.
-    DirectWriter(TString& out, BuildParameterStrings& visitor, const ParametersRegistry& registry, bool useVerboseNames,
-                 bool compressArrays);
+    struct Captures {
+        bool enabled;
+        bool nested;
+    };
 
-    // Writes the members of the outermost bag. LogicException "m_ptr" when it is null.
+    // Writes behind what out holds; captures are for the visitor. Requires: out and registry outlive the writer.
+    DirectWriter(TString& out, const ParametersRegistry& registry, PresModelBuilderSupport::TextOptions options,
+                 Captures captures);
+
+    // Writes the outermost bag. LogicException "m_ptr" when it is null.
     void Write(const RefCntPtr<const IParameters>& bag);
 
 private:
     using Bag = RefCntPtr<const IParameters>;
+    using Value = RefCntPtr<IParameter>;
     using Record = qvpreslayer::detail::DirectRecord;
+    using Table = qvpreslayer::detail::ParameterTable;
 
-    // Behind the opening brace of an object. Nothing has been written when false is the answer.
-    bool WriteMembers(const IParameters& bag, bool first);
-    bool WriteMember(const Record& parameter, const IParameter& value, bool first);
-    void HandOver(const IParameters& bag, int id, const RefCntPtr<IParameter>& value, bool& first);
-    void HandOverAll(const Bag& bag);
+    // How far an object has been written.
+    struct Members {
+        bool first;
+        const Record* guess;  // of the next one
+    };
 
-    const Record* FindRecord(int id, const Record* previous);
-    bool HasName(const ParameterInfo& info) const;
+    // Behind the opening brace of an object.
+    void WriteMembers(const IParameters& bag, const Table& entries);
+    void WriteEntry(const IParameters& bag, int id, const Value& value, Members& members);
 
     // Each writes a comma unless it is first, the name, the colon and the value; or nothing, answering false.
-    bool WriteScalar(const Record& parameter, const IParameter& value, bool first);
+    bool WriteMember(const Record& parameter, const IParameter& value, bool first);
+    bool WriteOther(const Record& parameter, const IParameter& value, bool first);
+    bool HasName(const Record& parameter) const;
+    BuildParameterStrings& Visitor();
+    bool HandOver(const IParameters& bag, int id, const Value& value, bool first);
+    void HandOverAll(const Bag& bag);
+
+    const Record* FindRecord(int id) const;
+    bool HasName(const ParameterInfo& info) const;
+
     bool WriteList(const Record& parameter, const IParameter& value, bool first);
     bool WriteMap(const Record& parameter, const IParameter& value, bool first);
     template <class T>
@@ -58,25 +78,28 @@ private:
     bool WriteTexts(const Record& parameter, const IParameter& value, bool first);
     void PutKey(const TString& key, bool first);
     bool HaveOptionsChanged() const;
-    void WriteNested(const Bag& bag);
-    bool CanNest(const Bag& bag);
+    void WriteNested(const IParameters& bag, const Table& entries);
+    const Table* FindNested(const Bag& bag) const;
     bool CanPack(int tag) const;
 
-    // The beginning of a member, with room for more units behind it.
+    // The beginning of a member up to its colon, with room for more units behind it; that of a single value with the
+    // blank behind.
     char16_t* StartMember(const Record& parameter, bool first, std::size_t room);
+    char16_t* StartSingle(const Record& parameter, bool first, std::size_t room);
     char16_t* StartLongMember(const Record& parameter, bool first, std::size_t room);
 
     TextSink m_sink;
-    BuildParameterStrings& m_visitor;
     const ParametersRegistry& m_registry;
+    Captures m_captures;
+    std::optional<BuildParameterStrings> m_visitor;  // once something is handed over
     bool m_useVerboseNames;
     bool m_compressArrays;
     bool m_optionsMayDiffer = false;  // host code has run
     bool m_allHandedOver = false;     // host code has left events open: what follows is for the visitor to spell
     bool m_hasUnserializable;
-    bool m_guesses;                   // without it, an identifier may belong to another namespace than the one before
-    std::uint64_t m_generation;       // of the registry, when writing began
-    const Record* m_first = nullptr;  // that the last bag began with
+    bool m_guesses;              // without it, something about every parameter has to be looked up
+    std::uint64_t m_generation;  // of the registry, when writing began
+    const Record* m_first;       // that the last bag began with
     int m_depth = 0;
     qvpreslayer::detail::TextScratch m_scratch;
 };

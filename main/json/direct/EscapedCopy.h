@@ -3,14 +3,66 @@
 
 #include <string_view>
 
+#include "main/json/PlainUnits.h"
 #include "main/json/direct/TextSink.h"
 
 // Appends text, escaped as AppendEscaped does it, to sink.
 void CopyEscaped(TextSink& sink, std::u16string_view text);
 
-// The same between quotation marks, at to in room for text.size() + 2 * kCopySlack units; answers null, with nothing
+// The last units of a text, fewer than eight or as many as there are, one by one.
+inline char16_t* CopyFew(char16_t* to, const char16_t* at, const char16_t* end) {
+    for (; at != end; ++at) {
+        if (!IsPlainUnit(*at)) {
+            return nullptr;
+        }
+        *to++ = *at;
+    }
+    return to;
+}
+
+// Writes text between quotation marks, at to in room for text.size() + 2 * kCopySlack units; answers null, with nothing
 // accepted, when the text needs an escape, which is for CopyEscaped to give.
-char16_t* CopyQuoted(char16_t* to, std::u16string_view text);
+//
+// Copies first and looks afterwards: what is not plain is rare, and the block is in a register already. The last block
+// overlaps the one before.
+inline char16_t* CopyQuoted(char16_t* to, std::u16string_view text) {
+    const std::size_t size = text.size();
+    const char16_t* const from = text.data();
+    *to++ = u'"';
+#if defined(__SSE2__)
+    unsigned special = 0;
+    if (size >= 8) {
+        const auto copy = [&](std::size_t at) {
+            const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + at));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(to + at), units);
+            special |= SpecialUnits(units);
+        };
+        for (std::size_t at = 0; at + 8 < size; at += 8) {
+            copy(at);
+        }
+        copy(size - 8);
+    } else if (size >= 4) {
+        const __m128i units = _mm_unpacklo_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from)),
+                                                 _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from + size - 4)));
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(to), units);
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(to + size - 4), _mm_unpackhi_epi64(units, units));
+        special = SpecialUnits(units);
+    } else {
+        special = CopyFew(to, from, from + size) == nullptr ? 1 : 0;
+    }
+    if (special != 0) {
+        return nullptr;
+    }
+    to += size;
+#else
+    to = CopyFew(to, from, from + size);
+    if (to == nullptr) {
+        return nullptr;
+    }
+#endif
+    *to++ = u'"';
+    return to;
+}
 
 // Text between quotation marks, whatever it holds, at to in that room of the sink.
 inline void PutQuoted(TextSink& sink, char16_t* to, std::u16string_view text) {

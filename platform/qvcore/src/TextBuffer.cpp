@@ -45,6 +45,17 @@ void TextBuffer::FreeHeap() noexcept {
     }
 }
 
+void TextBuffer::FillHeap(std::u16string_view text) {
+    if (text.size() > kMaxUnits) {
+        throw std::length_error("TString");
+    }
+    const std::size_t capacity = RoundUp(text.size());
+    m_heap = HeapText{Allocate(capacity), text.size(), capacity};
+    m_units[kTag] = kOnHeap;
+    std::memcpy(m_heap.data, text.data(), text.size() * sizeof(char16_t));
+    m_heap.data[text.size()] = u'\0';
+}
+
 void TextBuffer::Grow(std::size_t units) {
     if (units > kMaxUnits) {
         throw std::length_error("TString");
@@ -92,10 +103,7 @@ void TextBuffer::AppendGrowing(std::u16string_view text) {
 
 void TextBuffer::assign(std::u16string_view text) {
     if (text.size() > capacity()) {
-        TextBuffer copy;
-        copy.reserve(text.size());
-        copy.append(text);
-        *this = std::move(copy);
+        *this = TextBuffer(text);
         return;
     }
     if (!text.empty()) {  // the data of an empty one may be null

@@ -79,6 +79,30 @@ void* Take(Slab& slab) noexcept {
     return Take(*slab);
 }
 
+// Requires: block lies in a slab.
+inline void ReleaseKept(void* block) noexcept {
+    Slab& slab = *Slab::Of(block);
+    auto* const released = static_cast<FreeBlock*>(block);
+    if (slab.heap != t_heap) [[unlikely]] {
+        slab.heap->ReleaseElsewhere(released);
+        return;
+    }
+    released->next = slab.free;
+    slab.free = released;
+    if (--slab.used <= slab.attention) [[unlikely]] {
+        slab.heap->Attend(slab);
+    }
+}
+
+// For blocks that may be the allocator's own.
+[[gnu::noinline]] void ReleaseLoose(void* block, std::size_t bytes) noexcept {
+    if (block != nullptr && IsKept(bytes) && BlockHeap::IsInSlab(block)) {
+        ReleaseKept(block);
+    } else {
+        ::operator delete(block);
+    }
+}
+
 }  // namespace
 
 void* AllocateBlock(std::size_t bytes) {
@@ -98,21 +122,10 @@ void* TryAllocateBlock(std::size_t bytes) noexcept {
 }
 
 void ReleaseBlock(void* block, std::size_t bytes) noexcept {
-    if (block == nullptr || !IsKept(bytes) ||
-        (s_hasLooseBlocks.load(std::memory_order_relaxed) && !BlockHeap::IsInSlab(block))) [[unlikely]] {
-        ::operator delete(block);
-        return;
-    }
-    Slab& slab = *Slab::Of(block);
-    auto* const released = static_cast<FreeBlock*>(block);
-    if (slab.heap != t_heap) [[unlikely]] {
-        slab.heap->ReleaseElsewhere(released);
-        return;
-    }
-    released->next = slab.free;
-    slab.free = released;
-    if (--slab.used <= slab.attention) [[unlikely]] {
-        t_heap->Attend(slab);
+    if (block == nullptr || !IsKept(bytes) || s_hasLooseBlocks.load(std::memory_order_relaxed)) [[unlikely]] {
+        ReleaseLoose(block, bytes);
+    } else {
+        ReleaseKept(block);
     }
 }
 

@@ -78,15 +78,24 @@ struct DirectTextType {
 // in documents one mostly follows the other.
 struct DirectRecord {
     static constexpr std::size_t kNameUnits = 40;
+    static constexpr std::size_t kStartUnits = 49;  // so many can be copied in whole blocks, also from the second on
 
     const ParameterInfo* info = nullptr;   // null for the record behind the last one
     const DirectTextType* text = nullptr;  // for DirectType::Text
     int id = std::numeric_limits<int>::min();
     ParameterTypeCategory kind = PTC_None;
     DirectType type = DirectType::None;
-    bool isFoundByNames = false;     // the namespace finds it by the names that it has now, and documents spell them so
-    std::uint16_t nameSize = 0;      // of the camel-case name; more than kNameUnits where it is not held here
-    char16_t name[kNameUnits] = {};  // filled up with zeros
+    DirectType single = DirectType::None;  // of single values, the type
+    bool isFoundByNames = false;  // the namespace finds it by the names that it has now, and documents spell them so
+    std::uint8_t nameSize = 0;    // of the camel-case name; more than kNameUnits where it is not held here
+    std::uint8_t memberSize = 0;  // up to the colon behind the name; 0 where documents do not find it so
+
+    // How a member begins: a comma, the camel-case name between quotation marks, a colon and a blank. Filled up with
+    // zeros.
+    char16_t start[kStartUnits] = {};
+
+    const char16_t* Name() const noexcept { return start + 2; }
+    const char16_t* Member() const noexcept { return start + 1; }
 };
 
 // What the registry keeps of each parameter for the short way.

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <new>
+#include <span>
 #include <utility>
 
 #include <qvsys/RefCntPtr.h>
@@ -61,6 +62,16 @@ public:
     // Makes room for so many entries.
     void Reserve(std::size_t entries);
 
+    // Stores so many entries, one after the other as next() gives them. Requires: the table is empty and has room for
+    // them, identifiers ascend, no value is null.
+    template <class Next>
+    void Fill(std::size_t entries, const Next& next) noexcept {
+        for (Entry* entry = m_entries; entry != m_entries + entries; ++entry) {
+            new (entry) Entry(next());
+        }
+        m_size = static_cast<std::uint32_t>(entries);
+    }
+
     // Removes the entry; answers whether there was one.
     bool Erase(int id) noexcept;
 
@@ -69,6 +80,10 @@ public:
     bool IsEmpty() const noexcept { return m_size == 0 && (m_tree == nullptr || m_tree->empty()); }
 
     void Swap(ParameterTable& other) noexcept;
+
+    // The entries, upwards by identifier, of a table that is no tree; none of a tree.
+    std::span<const Entry> Array() const noexcept { return {m_entries, m_size}; }
+    bool IsTree() const noexcept { return m_tree != nullptr; }
 
     // Calls visit(id, value) for each entry, upwards by identifier.
     template <class Visit>

@@ -22,10 +22,7 @@ namespace qvcore::detail {
 class QVCORE_API TextBuffer {
 public:
     TextBuffer() noexcept { SetInlineSize(0); }
-    explicit TextBuffer(std::u16string_view text) {
-        SetInlineSize(0);
-        append(text);
-    }
+    explicit TextBuffer(std::u16string_view text) { Fill(text); }
     TextBuffer(std::size_t count, char16_t unit) {
         SetInlineSize(0);
         append(count, unit);
@@ -34,8 +31,7 @@ public:
         if (other.IsInline()) {
             std::memcpy(m_units, other.m_units, sizeof(m_units));
         } else {
-            SetInlineSize(0);
-            append(other.view());
+            FillHeap(other.view());
         }
     }
     TextBuffer(TextBuffer&& other) noexcept {
@@ -144,6 +140,19 @@ private:
     }
     HeapText& Heap() noexcept { return m_heap; }
     const HeapText& Heap() const noexcept { return m_heap; }
+
+    // For constructors: the text is the first.
+    void Fill(std::u16string_view text) {
+        if (text.size() > kInlineUnits) {
+            FillHeap(text);
+            return;
+        }
+        if (!text.empty()) {  // its data may be null
+            std::memcpy(m_units, text.data(), text.size() * sizeof(char16_t));
+        }
+        SetInlineSize(text.size());
+    }
+    void FillHeap(std::u16string_view text);
 
     void Free() noexcept {
         if (!IsInline()) {

@@ -28,7 +28,7 @@ inline constexpr std::size_t kLargestKeptBlock = 512;
 // The same; null without memory.
 [[nodiscard]] QVSYS_API void* TryAllocateBlock(std::size_t bytes) noexcept;
 
-// Requires: block was allocated with the same number of bytes.
+// Requires: block was allocated with the same number of bytes, or is null.
 QVSYS_API void ReleaseBlock(void* block, std::size_t bytes) noexcept;
 
 // Frees what the calling thread keeps: every slab whose blocks have all been released.

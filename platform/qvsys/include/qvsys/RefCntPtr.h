@@ -51,23 +51,20 @@ public:
 
     // Gives the object away together with its reference; the pointer is empty afterwards. Attach takes both back.
     T* Detach() noexcept { return m_ptr.detach(); }
-    static RefCntPtr Attach(T* object) noexcept {
-        RefCntPtr pointer;
-        pointer.m_ptr.reset(object, false);
-        return pointer;
-    }
+    static RefCntPtr Attach(T* object) noexcept { return RefCntPtr(object, WithReference()); }
 
     void Swap(RefCntPtr& other) noexcept { m_ptr.swap(other.m_ptr); }
 
     // Shares an object that was made just now, and that no other thread knows.
     static RefCntPtr OfNew(T* object) noexcept {
         object->AddFirstReference();
-        RefCntPtr pointer;
-        pointer.m_ptr.reset(object, false);
-        return pointer;
+        return RefCntPtr(object, WithReference());
     }
 
 private:
+    struct WithReference {};
+    RefCntPtr(T* object, WithReference) noexcept : m_ptr(object, false) {}
+
     T* Checked() const {
         if (m_ptr.get() == nullptr) [[unlikely]] {
             ThrowLogicException("m_ptr", kCheckLine, "RefCntPtr.h");
