@@ -25,7 +25,10 @@ function(qv_library)
     if(NOT PROJECT_IS_TOP_LEVEL)  # a host's own warnings are not for these headers
         set_target_properties(${ARG_OUTPUT} PROPERTIES SYSTEM ON)
     endif()
-    if(NOT QVPRESLAYER_SANITIZER)  # their run-time libraries come with the program
+    if(QVPRESLAYER_SANITIZER)
+        # Such builds are made from nothing most of the time. All others show whether files include what they need.
+        target_precompile_headers(${ARG_OUTPUT} PRIVATE <${ARG_OUTPUT}/${ARG_OUTPUT}.h>)
+    else()  # their run-time libraries come with the program
         target_link_options(${ARG_OUTPUT} PRIVATE -Wl,-z,defs)
     endif()
     set(export_map ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/exports.map)

@@ -67,14 +67,14 @@ TEST_F(WalkOrder, OptionsAreAskedBeforeTheBagIsLookedAt) {
         EXPECT_THROW(Walk(nullptr), std::domain_error);
     }
     const SilentSession both(2);
-    EXPECT_THAT([&] { Walk(nullptr); }, ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([&] { Walk(nullptr); }), ThrowsLogicFailure("m_ptr"));
     EXPECT_EQ("", m_visitor.Text());
 }
 
 TEST_F(WalkOrder, TheRegistryIsAskedBeforeTheOptions) {
     ParametersRegistry::SetInstance(nullptr);
     const SilentSession none(0);
-    EXPECT_THAT([&] { Walk(nullptr); }, ThrowsLogicFailure("gm_RegistryInstance != nullptr"));
+    EXPECT_THAT(Doing([&] { Walk(nullptr); }), ThrowsLogicFailure("gm_RegistryInstance != nullptr"));
 }
 
 // For a nested bag: its start is told, then its type is looked at, then the options are asked, then it is walked.
@@ -86,10 +86,10 @@ TEST_F(WalkOrder, NestedBagsAreStartedBeforeTheirOptionsAreAsked) {
     }
     {
         const SilentSession outerOnly(2);
-        EXPECT_THAT([&] { Walk(MakeBag({{1, Text(L"no bag")}})); }, ThrowsTypeMismatch(1));
+        EXPECT_THAT(Doing([&] { Walk(MakeBag({{1, Text(L"no bag")}})); }), ThrowsTypeMismatch(1));
     }
     const SilentSession all(4);
-    EXPECT_THAT([&] { Walk(MakeBag({{1, BagVal(nullptr)}})); }, ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([&] { Walk(MakeBag({{1, BagVal(nullptr)}})); }), ThrowsLogicFailure("m_ptr"));
 }
 
 TEST_F(WalkOrder, NothingIsAskedForValuesThatAreNoBags) {

@@ -24,7 +24,8 @@ TEST(BoolSerializer, EveryOtherSpellingIsRefused) {
         L"f",     L"truee", L"tru",     L"null",    TString(std::u16string_view(u"true\0", 5)),
     };
     for (const TString& text : texts) {
-        EXPECT_THAT([&] { BoolSerializer::TypeFromString(text); }, ThrowsParseFailure()) << '"' << text.ToUtf8() << '"';
+        EXPECT_THAT(Doing([&] { BoolSerializer::TypeFromString(text); }), ThrowsParseFailure())
+            << '"' << text.ToUtf8() << '"';
     }
 }
 

@@ -158,8 +158,8 @@ TEST(DataValueSerializer, ListsOnTheStreamAreBare) {
 
 // Bare texts lack what the reader needs.
 TEST(DataValueSerializer, ListsFromTheStreamAreNotReadBack) {
-    EXPECT_THAT([] { Serializer().FromStringList({L"1"}, {}); }, ThrowsSerializerCheck(kNotDelimited));
-    EXPECT_THAT([] { Serializer().FromStringList({L"null"}, {}); }, ThrowsSerializerCheck(kNotDelimited));
+    EXPECT_THAT(Doing([] { Serializer().FromStringList({L"1"}, {}); }), ThrowsSerializerCheck(kNotDelimited));
+    EXPECT_THAT(Doing([] { Serializer().FromStringList({L"null"}, {}); }), ThrowsSerializerCheck(kNotDelimited));
 }
 
 TEST(DataValueSerializer, RunsExpandAmongLetteredTexts) {
@@ -172,10 +172,10 @@ TEST(DataValueSerializer, NoValueIsAMissingParameter) {
     ListHost<DataValue> host;
     ListTraceVisitor visitor;
     SerializeStructure stream(visitor, true, true);
-    EXPECT_THAT([&] { Serializer().ToString(none); }, ThrowsMissing(0));
-    EXPECT_THAT([&] { Serializer().ToStringList(none); }, ThrowsMissing(0));
-    EXPECT_THAT([&] { Serializer().ToStringMap(none); }, ThrowsMissing(0));
-    EXPECT_THAT([&] { Serializer().SerializeList(none, stream, host.kListId); }, ThrowsMissing(0));
+    EXPECT_THAT(Doing([&] { Serializer().ToString(none); }), ThrowsMissing(0));
+    EXPECT_THAT(Doing([&] { Serializer().ToStringList(none); }), ThrowsMissing(0));
+    EXPECT_THAT(Doing([&] { Serializer().ToStringMap(none); }), ThrowsMissing(0));
+    EXPECT_THAT(Doing([&] { Serializer().SerializeList(none, stream, host.kListId); }), ThrowsMissing(0));
     EXPECT_EQ("", visitor.Text());
 }
 
@@ -187,27 +187,30 @@ TEST(DataValueSerializer, AnotherTypeIsAMismatch) {
     const auto many = Val(Values{1});
     const auto keyed = Val(Map{{L"k", 1}});
     for (const auto& other : {Val(Int64{1}), Val(TString(L"i:1")), many, keyed}) {
-        EXPECT_THAT([&] { Serializer().ToString(other); }, ThrowsTypeMismatch(0));
+        EXPECT_THAT(Doing([&] { Serializer().ToString(other); }), ThrowsTypeMismatch(0));
     }
     for (const auto& other : {Val(std::vector<Int64>{1}), one, keyed}) {
-        EXPECT_THAT([&] { Serializer().ToStringList(other); }, ThrowsTypeMismatch(0));
-        EXPECT_THAT([&] { Serializer().SerializeList(other, stream, host.kListId); }, ThrowsTypeMismatch(0));
+        EXPECT_THAT(Doing([&] { Serializer().ToStringList(other); }), ThrowsTypeMismatch(0));
+        EXPECT_THAT(Doing([&] { Serializer().SerializeList(other, stream, host.kListId); }), ThrowsTypeMismatch(0));
     }
     for (const auto& other : {Val(TextMap{{L"k", L"i:1"}}), one, many}) {
-        EXPECT_THAT([&] { Serializer().ToStringMap(other); }, ThrowsTypeMismatch(0));
+        EXPECT_THAT(Doing([&] { Serializer().ToStringMap(other); }), ThrowsTypeMismatch(0));
     }
     EXPECT_EQ("", visitor.Text());
 }
 
 TEST(DataValueSerializer, FirstBadElementEndsTheWhole) {
-    EXPECT_THAT([] { Serializer().FromStringList({L"i:1", L"x:1", L"2"}, {}); }, ThrowsUnknownLetter());
-    EXPECT_THAT([] { Serializer().FromStringList({L"i:1", L"2", L"x:1"}, {}); }, ThrowsSerializerCheck(kNotDelimited));
+    EXPECT_THAT(Doing([] { Serializer().FromStringList({L"i:1", L"x:1", L"2"}, {}); }), ThrowsUnknownLetter());
+    EXPECT_THAT(Doing([] {
+                    Serializer().FromStringList({L"i:1", L"2", L"x:1"}, {});
+                }),
+                ThrowsSerializerCheck(kNotDelimited));
     EXPECT_THAT(
         [] {
             Serializer().FromStringMap({{L"a", L"i:1"}, {L"b", L"x:1"}, {L"c", L"2"}});
         },
         ThrowsUnknownLetter());
-    EXPECT_THAT([] { Serializer().ToStringList(Val(Values{1, Spatial(L"x")})); }, ThrowsUnknownLetter());
+    EXPECT_THAT(Doing([] { Serializer().ToStringList(Val(Values{1, Spatial(L"x")})); }), ThrowsUnknownLetter());
     EXPECT_THAT(
         [] {
             Serializer().ToStringMap(Val(Map{{L"a", 1}, {L"b", Null(DataType::Spatial)}}));
@@ -250,7 +253,7 @@ TEST(DataValueSerializer, ThroughTheRegistry) {
     EXPECT_EQ(String(L"a:b"), One(RefCntPtr<IParameter>(&bag->GetParameter(1))));
     // A value that cannot be read is told by its parameter, whatever the serializer threw.
     for (const wchar_t* text : {L"x", L"x:1", L"i:x"}) {
-        EXPECT_THAT([&] { registry.FromString(L"typed", bag, L"one", text, true); },
+        EXPECT_THAT(Doing([&] { registry.FromString(L"typed", bag, L"one", text, true); }),
                     ThrowsExactly<ParameterParseException>(testing::Property(&ParameterParseException::GetID, 1)));
     }
     EXPECT_EQ(String(L"a:b"), One(RefCntPtr<IParameter>(&bag->GetParameter(1))));

@@ -28,33 +28,33 @@ auto ThrowsParserFailure() { return ThrowsMessageText(L"Data value parse error")
 
 TEST(DataValueTextFailures, NoDelimiterBehindALetter) {
     for (const wchar_t* text : {L"", L"x", L":", L":x", L":i:1", L"::", L"i", L"null", L"%null%", L"42"}) {
-        EXPECT_THAT([&] { Read(text); }, ThrowsSerializerCheck(kNotDelimited)) << text;
+        EXPECT_THAT(Doing([&] { Read(text); }), ThrowsSerializerCheck(kNotDelimited)) << text;
     }
 }
 
 TEST(DataValueTextFailures, UnknownLetters) {
     for (const wchar_t* text : {L"ii:1", L"I:1", L"S:root:x", L"T:[i:1]", L"l:1", L"p:POINT (1 2)", L"x:null", L"7:x",
                                 L" i:1", L"i :1", L"null:", L"\u0131:1"}) {
-        EXPECT_THAT([&] { Read(text); }, ThrowsUnknownLetter()) << TString(text).ToUtf8();
+        EXPECT_THAT(Doing([&] { Read(text); }), ThrowsUnknownLetter()) << TString(text).ToUtf8();
     }
 }
 
 TEST(DataValueTextFailures, RealsWithoutTheirFields) {
     for (const wchar_t* text : {L"r:", L"r:1", L"r:1:2", L"r::", L"r:1:", L"r:NULL", L"r:%null%", L"r:1.5"}) {
-        EXPECT_THAT([&] { Read(text); }, ThrowsSerializerCheck(kRealNotDelimited)) << text;
+        EXPECT_THAT(Doing([&] { Read(text); }), ThrowsSerializerCheck(kRealNotDelimited)) << text;
     }
 }
 
 TEST(DataValueTextFailures, StringsWithoutACollation) {
     for (const wchar_t* text : {L"s:", L"s:x", L"s:NULL", L"s:null ", L"s:%null%"}) {
-        EXPECT_THAT([&] { Read(text); }, ThrowsSerializerCheck(kStringNotDelimited)) << text;
+        EXPECT_THAT(Doing([&] { Read(text); }), ThrowsSerializerCheck(kStringNotDelimited)) << text;
     }
 }
 
 TEST(DataValueTextFailures, CollationsWithOtherCharacters) {
     for (const TString& name : {TString(L"ro ot"), TString(L"a.b"), TString(L"\u00e4"), TString(L"a,b"), TString(L"[a"),
                                 TString(L"%null%"), TString(65, u'c')}) {
-        EXPECT_THAT([&] { Read(TString(L"s:") + name + L":x"); },
+        EXPECT_THAT(Doing([&] { Read(TString(L"s:") + name + L":x"); }),
                     ThrowsExactly<QuorvelException>(testing::A<const QuorvelException&>()))
             << name.ToUtf8();
     }
@@ -91,7 +91,7 @@ TEST(DataValueTextFailures, ContentOfAnotherType) {
                                 L"u:x",
                                 L"u:NULL",
                                 L"u:1"}) {
-        EXPECT_THAT([&] { Read(text); }, ThrowsParserFailure()) << text;
+        EXPECT_THAT(Doing([&] { Read(text); }), ThrowsParserFailure()) << text;
     }
 }
 
@@ -123,14 +123,14 @@ TEST(DataValueTextFailures, DatesThatAreNone) {
                                 L"c:2024-02-29 23:59:58.0000000001",
                                 L"c:%null%",
                                 L"c:NULL"}) {
-        EXPECT_THAT([&] { Read(text); }, ThrowsParserFailure()) << text;
+        EXPECT_THAT(Doing([&] { Read(text); }), ThrowsParserFailure()) << text;
     }
 }
 
 TEST(DataValueTextFailures, CheckedFromLeftToRight) {
-    EXPECT_THAT([] { Read(L"x:"); }, ThrowsUnknownLetter());                        // before the content
-    EXPECT_THAT([] { Read(L"r:1:x"); }, ThrowsSerializerCheck(kRealNotDelimited));  // before the labels
-    EXPECT_THAT([] { Read(L"t:x"); }, ThrowsSerializerCheck("Tuple should begin and end with square brackets"));
+    EXPECT_THAT(Doing([] { Read(L"x:"); }), ThrowsUnknownLetter());                        // before the content
+    EXPECT_THAT(Doing([] { Read(L"r:1:x"); }), ThrowsSerializerCheck(kRealNotDelimited));  // before the labels
+    EXPECT_THAT(Doing([] { Read(L"t:x"); }), ThrowsSerializerCheck("Tuple should begin and end with square brackets"));
 }
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -176,10 +176,10 @@ TEST(LongDataValueTexts, MillionDelimiters) {
 TEST(LongDataValueTexts, MillionDigits) {
     const TString digits(kMillion, u'7');
     const double milliseconds = Milliseconds([&] {
-        EXPECT_THAT([&] { Read(TString(L"i:") + digits); }, ThrowsParserFailure());
-        EXPECT_THAT([&] { Read(TString(L"r:::") + digits); }, ThrowsParserFailure());
+        EXPECT_THAT(Doing([&] { Read(TString(L"i:") + digits); }), ThrowsParserFailure());
+        EXPECT_THAT(Doing([&] { Read(TString(L"r:::") + digits); }), ThrowsParserFailure());
         EXPECT_EQ(0, Read(TString(L"r:") + digits + L"::1").GetPrecision());
-        EXPECT_THAT([&] { Read(TString(L"d:") + digits); }, ThrowsParserFailure());
+        EXPECT_THAT(Doing([&] { Read(TString(L"d:") + digits); }), ThrowsParserFailure());
     });
     EXPECT_LT(milliseconds, 200);  // four texts
 }

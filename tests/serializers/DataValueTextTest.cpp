@@ -196,8 +196,10 @@ TEST(DataValueText, NullOfEachType) {
 TEST(DataValueText, NullTupleIsWrittenAndNotRead) {
     EXPECT_EQ(L"t:null", Write(Null(DataType::Tuple)));
     EXPECT_EQ(L"t:null", Write(DataValue(RefCntPtr<Tuple>())));
-    EXPECT_THAT([] { Read(L"t:null"); }, ThrowsSerializerCheck("Tuple should begin and end with square brackets"));
-    EXPECT_THAT([] { Read(L"t:%null%"); }, ThrowsSerializerCheck("Tuple should begin and end with square brackets"));
+    EXPECT_THAT(Doing([] { Read(L"t:null"); }),
+                ThrowsSerializerCheck("Tuple should begin and end with square brackets"));
+    EXPECT_THAT(Doing([] { Read(L"t:%null%"); }),
+                ThrowsSerializerCheck("Tuple should begin and end with square brackets"));
 }
 
 // Texts of nulls that the writer does not make.
@@ -219,9 +221,9 @@ TEST(DataValueText, StringThatLooksLikeNullReadsAsNull) {
 }
 
 TEST(DataValueText, SpatialValuesHaveNoLetter) {
-    EXPECT_THAT([] { Write(Spatial(L"POINT (1 2)")); }, ThrowsUnknownLetter());
-    EXPECT_THAT([] { Write(Null(DataType::Spatial)); }, ThrowsUnknownLetter());
-    EXPECT_THAT([] { Write(TupleOf({1, Spatial(L"POINT (1 2)")})); }, ThrowsUnknownLetter());
+    EXPECT_THAT(Doing([] { Write(Spatial(L"POINT (1 2)")); }), ThrowsUnknownLetter());
+    EXPECT_THAT(Doing([] { Write(Null(DataType::Spatial)); }), ThrowsUnknownLetter());
+    EXPECT_THAT(Doing([] { Write(TupleOf({1, Spatial(L"POINT (1 2)")})); }), ThrowsUnknownLetter());
 }
 
 TEST(DataValueText, NoLocaleMatters) {

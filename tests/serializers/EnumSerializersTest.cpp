@@ -81,17 +81,17 @@ TEST_P(EnumSerializers, TextsThatAreNoNamesReadAsTheDefault) {
 
 TEST_P(EnumSerializers, ValuesWithoutANameAreNotWritten) {
     const int unnamed = m_enum.maximum;
-    EXPECT_THAT([&] { m_enum.typeToString(unnamed); }, ThrowsUnknownEnumValue());
-    EXPECT_THAT([&] { m_serializer->ToString(m_enum.value(unnamed)); }, ThrowsUnknownEnumValue());
+    EXPECT_THAT(Doing([&] { m_enum.typeToString(unnamed); }), ThrowsUnknownEnumValue());
+    EXPECT_THAT(Doing([&] { m_serializer->ToString(m_enum.value(unnamed)); }), ThrowsUnknownEnumValue());
     EXPECT_THAT(
         [&] {
             m_serializer->ToStringList(m_enum.list({m_enum.firstNumber, unnamed}));
         },
         ThrowsUnknownEnumValue());
-    EXPECT_THAT([&] { m_serializer->ToStringMap(m_enum.map({{L"k", unnamed}})); }, ThrowsUnknownEnumValue());
+    EXPECT_THAT(Doing([&] { m_serializer->ToStringMap(m_enum.map({{L"k", unnamed}})); }), ThrowsUnknownEnumValue());
     if (m_enum.minimum < 0) {
-        EXPECT_THAT([&] { m_enum.typeToString(m_enum.minimum); }, ThrowsUnknownEnumValue());
-        EXPECT_THAT([&] { m_enum.typeToString(-1); }, ThrowsUnknownEnumValue());
+        EXPECT_THAT(Doing([&] { m_enum.typeToString(m_enum.minimum); }), ThrowsUnknownEnumValue());
+        EXPECT_THAT(Doing([&] { m_enum.typeToString(-1); }), ThrowsUnknownEnumValue());
     }
 }
 
@@ -149,19 +149,19 @@ TEST_P(EnumSerializers, AnElementThatFailsClosesTheList) {
 
 TEST_P(EnumSerializers, ANullValueIsALogicError) {
     const RefCntPtr<const IParameter> nothing{nullptr};
-    EXPECT_THAT([&] { m_serializer->ToString(nothing); }, ThrowsLogicFailure("m_ptr"));
-    EXPECT_THAT([&] { m_serializer->ToStringList(nothing); }, ThrowsLogicFailure("m_ptr"));
-    EXPECT_THAT([&] { m_serializer->ToStringMap(nothing); }, ThrowsLogicFailure("m_ptr"));
-    EXPECT_THAT([&] { m_serializer->SerializeList(nothing, m_stream, kMany); }, ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([&] { m_serializer->ToString(nothing); }), ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([&] { m_serializer->ToStringList(nothing); }), ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([&] { m_serializer->ToStringMap(nothing); }), ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([&] { m_serializer->SerializeList(nothing, m_stream, kMany); }), ThrowsLogicFailure("m_ptr"));
     EXPECT_EQ("", m_visitor.Text());
 }
 
 TEST_P(EnumSerializers, AValueOfAnotherTypeIsATypeMismatch) {
     for (const RefCntPtr<const IParameter> value : {Text(L"a text"), Val(m_enum.firstNumber)}) {
-        EXPECT_THAT([&] { m_serializer->ToString(value); }, ThrowsTypeMismatch(0));
-        EXPECT_THAT([&] { m_serializer->ToStringList(value); }, ThrowsTypeMismatch(0));
-        EXPECT_THAT([&] { m_serializer->ToStringMap(value); }, ThrowsTypeMismatch(0));
-        EXPECT_THAT([&] { m_serializer->SerializeList(value, m_stream, kMany); }, ThrowsTypeMismatch(0));
+        EXPECT_THAT(Doing([&] { m_serializer->ToString(value); }), ThrowsTypeMismatch(0));
+        EXPECT_THAT(Doing([&] { m_serializer->ToStringList(value); }), ThrowsTypeMismatch(0));
+        EXPECT_THAT(Doing([&] { m_serializer->ToStringMap(value); }), ThrowsTypeMismatch(0));
+        EXPECT_THAT(Doing([&] { m_serializer->SerializeList(value, m_stream, kMany); }), ThrowsTypeMismatch(0));
     }
     EXPECT_EQ("", m_visitor.Text());
 }
@@ -202,7 +202,7 @@ TEST(EnumNames, UnknownTextsReadAsTheDefaultOfTheirTable) {
 
 TEST(EnumNames, GapsInATableHaveNone) {
     for (const int number : {0, 2, 5, 8}) {
-        EXPECT_THAT([&] { ParameterTypeSerializer<BoxplotStyle>::TypeToString(BoxplotStyle(number)); },
+        EXPECT_THAT(Doing([&] { ParameterTypeSerializer<BoxplotStyle>::TypeToString(BoxplotStyle(number)); }),
                     ThrowsUnknownEnumValue())
             << number;
     }

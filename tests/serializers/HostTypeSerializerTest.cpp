@@ -77,15 +77,16 @@ TEST(HostTypeSerializer, WhatTheTraitsThrowPasses) {
 
 TEST(HostTypeSerializer, NoValueAsTheTraitsSay) {
     const RefCntPtr<const IParameter> none;
-    EXPECT_THAT([&] { AngleSerializer().ToString(none); }, ThrowsMissing(0));
+    EXPECT_THAT(Doing([&] { AngleSerializer().ToString(none); }), ThrowsMissing(0));
     ListHost<Flavour> host;
     ListTraceVisitor visitor;
     SerializeStructure stream(visitor, true, false);
-    EXPECT_THAT([&] { FlavourSerializer().ToString(none); }, ThrowsLogicFailure("m_ptr"));
-    EXPECT_THAT([&] { FlavourSerializer().ToStringList(none); }, ThrowsLogicFailure("m_ptr"));
-    EXPECT_THAT([&] { FlavourSerializer().ToStringMap(none); }, ThrowsLogicFailure("m_ptr"));
-    EXPECT_THAT([&] { FlavourSerializer().SerializeList(none, stream, host.kListId); }, ThrowsLogicFailure("m_ptr"));
-    EXPECT_THAT([&] { FlavourSerializer().ToString(Val(5)); }, ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { FlavourSerializer().ToString(none); }), ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([&] { FlavourSerializer().ToStringList(none); }), ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([&] { FlavourSerializer().ToStringMap(none); }), ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([&] { FlavourSerializer().SerializeList(none, stream, host.kListId); }),
+                ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([&] { FlavourSerializer().ToString(Val(5)); }), ThrowsTypeMismatch(0));
 }
 
 TEST(HostTypeSerializer, ThroughTheRegistry) {

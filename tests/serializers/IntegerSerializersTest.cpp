@@ -63,24 +63,26 @@ TEST(IntegerSerializer, UnsignedSixtyFourBitBothWays) {
 
 TEST(IntegerSerializer, OutOfRangeIsNoNumber) {
     for (const wchar_t* text : {L"2147483648", L"-2147483649", L"4294967296", L"99999999999999999999"}) {
-        EXPECT_THAT([&] { ParameterTypeSerializer<int>::TypeFromString(text); }, ThrowsParseFailure()) << text;
+        EXPECT_THAT(Doing([&] { ParameterTypeSerializer<int>::TypeFromString(text); }), ThrowsParseFailure()) << text;
     }
     for (const wchar_t* text : {L"4294967296", L"-1", L"18446744073709551616"}) {
-        EXPECT_THAT([&] { ParameterTypeSerializer<unsigned int>::TypeFromString(text); }, ThrowsParseFailure()) << text;
+        EXPECT_THAT(Doing([&] { ParameterTypeSerializer<unsigned int>::TypeFromString(text); }), ThrowsParseFailure())
+            << text;
     }
     for (const wchar_t* text : {L"9223372036854775808", L"-9223372036854775809"}) {
-        EXPECT_THAT([&] { ParameterTypeSerializer<Int64>::TypeFromString(text); }, ThrowsParseFailure()) << text;
+        EXPECT_THAT(Doing([&] { ParameterTypeSerializer<Int64>::TypeFromString(text); }), ThrowsParseFailure()) << text;
     }
     for (const wchar_t* text : {L"18446744073709551616", L"-1", L"-18446744073709551615"}) {
-        EXPECT_THAT([&] { ParameterTypeSerializer<UInt64>::TypeFromString(text); }, ThrowsParseFailure()) << text;
+        EXPECT_THAT(Doing([&] { ParameterTypeSerializer<UInt64>::TypeFromString(text); }), ThrowsParseFailure())
+            << text;
     }
 }
 
 TEST(IntegerSerializer, MinusBelongsToSignedTypesOnly) {
     EXPECT_EQ(0, ParameterTypeSerializer<int>::TypeFromString(L"-0"));
     EXPECT_EQ(-12, ParameterTypeSerializer<Int64>::TypeFromString(L"-0012"));
-    EXPECT_THAT([] { ParameterTypeSerializer<unsigned int>::TypeFromString(L"-0"); }, ThrowsParseFailure());
-    EXPECT_THAT([] { ParameterTypeSerializer<UInt64>::TypeFromString(L"-0"); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { ParameterTypeSerializer<unsigned int>::TypeFromString(L"-0"); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { ParameterTypeSerializer<UInt64>::TypeFromString(L"-0"); }), ThrowsParseFailure());
 }
 
 TYPED_TEST(IntegerSerializers, PlusAndLeadingZerosAreRead) {
@@ -116,13 +118,13 @@ TYPED_TEST(IntegerSerializers, OtherTextsAreNoNumbers) {
         TString(std::u16string_view(u"1\0", 2)),  // a NUL behind
     };
     for (const TString& text : texts) {
-        EXPECT_THAT([&] { ParameterTypeSerializer<TypeParam>::TypeFromString(text); }, ThrowsParseFailure())
+        EXPECT_THAT(Doing([&] { ParameterTypeSerializer<TypeParam>::TypeFromString(text); }), ThrowsParseFailure())
             << '"' << text.ToUtf8() << '"';
     }
 }
 
 TYPED_TEST(IntegerSerializers, MillionDigits) {
-    EXPECT_THAT([] { ParameterTypeSerializer<TypeParam>::TypeFromString(TString(1000000, u'7')); },
+    EXPECT_THAT(Doing([] { ParameterTypeSerializer<TypeParam>::TypeFromString(TString(1000000, u'7')); }),
                 ThrowsParseFailure());
     TString padded(1000000, u'0');
     padded += L"7";

@@ -47,7 +47,8 @@ TYPED_TEST(NameSerializers, RoundTrip) {
 TYPED_TEST(NameSerializers, FailuresOfParsingPass) {
     for (const wchar_t* text : {L"[", L"[a", L"[]", L"[a].[]", L"[a].", L"[a][b]", L"[a]b", L".[a]",
                                 L"[1].[2].[3].[4].[5].[6].[7].[8].[9]"}) {
-        EXPECT_THAT([&] { ParameterTypeSerializer<TypeParam>::TypeFromString(text); }, ThrowsNaming(text)) << text;
+        EXPECT_THAT(Doing([&] { ParameterTypeSerializer<TypeParam>::TypeFromString(text); }), ThrowsNaming(text))
+            << text;
     }
     EXPECT_THROW(ParameterTypeSerializer<TypeParam>::TypeFromString(L""), QuorvelException);
 }

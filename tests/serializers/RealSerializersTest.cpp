@@ -178,12 +178,13 @@ TYPED_TEST(RealSerializers, OtherTextsAreNoNumbers) {
          {L"",         L"x",     L"NULL", L"Null", L"null ", L" null", L"nan",    L"NaN",  L"inf",   L"-inf", L"INF",
           L"infinity", L"-null", L" 1",   L"1 ",   L"1,5",   L"0x10",  L"1e",     L"1e+",  L".",     L"-",    L"e5",
           L"+-1",      L"1.5.2", L"1_0",  L"1f",   L"1.0f",  L"1e400", L"-1e400", L"true", L"\u0661"}) {
-        EXPECT_THAT([&] { ParameterTypeSerializer<TypeParam>::TypeFromString(text); }, ThrowsParseFailure()) << text;
+        EXPECT_THAT(Doing([&] { ParameterTypeSerializer<TypeParam>::TypeFromString(text); }), ThrowsParseFailure())
+            << text;
     }
 }
 
 TEST(RealSerializer, FloatsAreReadAsFloats) {
-    EXPECT_THAT([] { ToFloat(L"3.5e38"); }, ThrowsParseFailure());  // a double, but no float
+    EXPECT_THAT(Doing([] { ToFloat(L"3.5e38"); }), ThrowsParseFailure());  // a double, but no float
     EXPECT_EQ(3.5e38, ToDouble(L"3.5e38"));
     // A hair above the middle between two floats; by way of a double it would fall on the middle and go down.
     EXPECT_EQ(std::nextafter(1.0F, 2.0F), ToFloat(L"1.0000000596046447753906250000000001"));
@@ -191,7 +192,7 @@ TEST(RealSerializer, FloatsAreReadAsFloats) {
 }
 
 TYPED_TEST(RealSerializers, MillionDigits) {
-    EXPECT_THAT([] { ParameterTypeSerializer<TypeParam>::TypeFromString(TString(1000000, u'7')); },
+    EXPECT_THAT(Doing([] { ParameterTypeSerializer<TypeParam>::TypeFromString(TString(1000000, u'7')); }),
                 ThrowsParseFailure());
     TString text = L"0.";
     text.append(1000000, u'3');

@@ -103,7 +103,7 @@ TYPED_TEST(SerializerFamily, BrokenRunsMatterToNumbersOnly) {
     const std::vector<TString> texts = {TextsToRead<TypeParam>().front()};
     const std::vector<RunRecord> runs = {{1, {L"nonsense", L"nonsense"}}};
     if constexpr (Sample<TypeParam>::kExpandsRuns) {
-        EXPECT_THAT([&] { this->m_serializer.FromStringList(texts, runs); }, ThrowsParseFailure());
+        EXPECT_THAT(Doing([&] { this->m_serializer.FromStringList(texts, runs); }), ThrowsParseFailure());
     } else {
         EXPECT_EQ(1U, this->Many(this->m_serializer.FromStringList(texts, runs)).size());
     }
@@ -149,10 +149,10 @@ TYPED_TEST(SerializerFamily, NoValueIsAMissingParameter) {
     ListHost<TypeParam> host;
     ListTraceVisitor visitor;
     SerializeStructure stream(visitor, true, false);
-    EXPECT_THAT([&] { this->m_serializer.ToString(none); }, ThrowsMissing(0));
-    EXPECT_THAT([&] { this->m_serializer.ToStringList(none); }, ThrowsMissing(0));
-    EXPECT_THAT([&] { this->m_serializer.ToStringMap(none); }, ThrowsMissing(0));
-    EXPECT_THAT([&] { this->m_serializer.SerializeList(none, stream, host.kListId); }, ThrowsMissing(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToString(none); }), ThrowsMissing(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToStringList(none); }), ThrowsMissing(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToStringMap(none); }), ThrowsMissing(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.SerializeList(none, stream, host.kListId); }), ThrowsMissing(0));
     EXPECT_EQ("", visitor.Text());
 }
 
@@ -161,10 +161,10 @@ TYPED_TEST(SerializerFamily, AnotherTypeIsAMismatch) {
     ListHost<TypeParam> host;
     ListTraceVisitor visitor;
     SerializeStructure stream(visitor, true, false);
-    EXPECT_THAT([&] { this->m_serializer.ToString(other); }, ThrowsTypeMismatch(0));
-    EXPECT_THAT([&] { this->m_serializer.ToStringList(other); }, ThrowsTypeMismatch(0));
-    EXPECT_THAT([&] { this->m_serializer.ToStringMap(other); }, ThrowsTypeMismatch(0));
-    EXPECT_THAT([&] { this->m_serializer.SerializeList(other, stream, host.kListId); }, ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToString(other); }), ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToStringList(other); }), ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToStringMap(other); }), ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.SerializeList(other, stream, host.kListId); }), ThrowsTypeMismatch(0));
     EXPECT_EQ("", visitor.Text());
 }
 
@@ -172,12 +172,12 @@ TYPED_TEST(SerializerFamily, OneManyAndKeyedAreDifferentTypes) {
     const auto one = Val<TypeParam>(Sample<TypeParam>::Values().front());
     const auto many = Val<std::vector<TypeParam>>(Sample<TypeParam>::Values());
     const auto keyed = Val<std::map<TString, TypeParam>>(Keyed(Sample<TypeParam>::Values()));
-    EXPECT_THAT([&] { this->m_serializer.ToString(many); }, ThrowsTypeMismatch(0));
-    EXPECT_THAT([&] { this->m_serializer.ToString(keyed); }, ThrowsTypeMismatch(0));
-    EXPECT_THAT([&] { this->m_serializer.ToStringList(one); }, ThrowsTypeMismatch(0));
-    EXPECT_THAT([&] { this->m_serializer.ToStringList(keyed); }, ThrowsTypeMismatch(0));
-    EXPECT_THAT([&] { this->m_serializer.ToStringMap(one); }, ThrowsTypeMismatch(0));
-    EXPECT_THAT([&] { this->m_serializer.ToStringMap(many); }, ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToString(many); }), ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToString(keyed); }), ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToStringList(one); }), ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToStringList(keyed); }), ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToStringMap(one); }), ThrowsTypeMismatch(0));
+    EXPECT_THAT(Doing([&] { this->m_serializer.ToStringMap(many); }), ThrowsTypeMismatch(0));
 }
 
 TYPED_TEST(SerializerFamily, FirstBadElementEndsTheWhole) {

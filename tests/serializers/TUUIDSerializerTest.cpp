@@ -40,7 +40,7 @@ TEST(TUUIDSerializer, FailuresOfTheIdentifierPass) {
                                 L"00112233-4455-6677-8899-aabbccddeeff0", L"00112233445566778899aabbccddeeff",
                                 L"00112233-4455-6677-8899-aabbccddeefg", L" 00112233-4455-6677-8899-aabbccddeef",
                                 L"0011223-34455-6677-8899-aabbccddeeff"}) {
-        EXPECT_THAT([&] { TUUIDSerializer::TypeFromString(text); }, ThrowsNaming(text)) << text;
+        EXPECT_THAT(Doing([&] { TUUIDSerializer::TypeFromString(text); }), ThrowsNaming(text)) << text;
     }
     EXPECT_THROW(TUUIDSerializer::TypeFromString(L""), QuorvelException);
 }

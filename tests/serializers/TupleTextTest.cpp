@@ -153,72 +153,73 @@ TEST(TupleText, EmptyTupleIsWrittenAndNotRead) {
     EXPECT_EQ(L"", Write({}));
     EXPECT_EQ(L"t:", WriteTyped(TupleOf({})));
     EXPECT_EQ(L"[t:]", Write({TupleOf({})}));
-    EXPECT_THAT([] { Read(L""); }, ThrowsSerializerCheck(kBrackets));
-    EXPECT_THAT([] { ReadTyped(L"t:"); }, ThrowsSerializerCheck(kBrackets));
-    EXPECT_THAT([] { Read(L"[t:]"); }, ThrowsSerializerCheck(kBrackets));
+    EXPECT_THAT(Doing([] { Read(L""); }), ThrowsSerializerCheck(kBrackets));
+    EXPECT_THAT(Doing([] { ReadTyped(L"t:"); }), ThrowsSerializerCheck(kBrackets));
+    EXPECT_THAT(Doing([] { Read(L"[t:]"); }), ThrowsSerializerCheck(kBrackets));
 }
 
 // The outer tuple is cut at the commas of the inner one.
 TEST(TupleText, InnerTuplesWithCommasAreNotRead) {
     EXPECT_EQ(L"[t:[i:1],[i:2]]", Write({TupleOf({1, 2})}));
-    EXPECT_THAT([] { Read(L"[t:[i:1],[i:2]]"); }, ThrowsSerializerCheck(kBrackets));
+    EXPECT_THAT(Doing([] { Read(L"[t:[i:1],[i:2]]"); }), ThrowsSerializerCheck(kBrackets));
     EXPECT_EQ(L"[t:[s:root:a,b]]", Write({TupleOf({String(L"a,b")})}));
-    EXPECT_THAT([] { Read(L"[t:[s:root:a,b]]"); }, ThrowsSerializerCheck(kBrackets));
+    EXPECT_THAT(Doing([] { Read(L"[t:[s:root:a,b]]"); }), ThrowsSerializerCheck(kBrackets));
 }
 
 TEST(TupleText, NullTuplesAreNotRead) {
     EXPECT_EQ(L"[t:null]", Write({Null(DataType::Tuple)}));
-    EXPECT_THAT([] { Read(L"[t:null]"); }, ThrowsSerializerCheck(kBrackets));
+    EXPECT_THAT(Doing([] { Read(L"[t:null]"); }), ThrowsSerializerCheck(kBrackets));
 }
 
 // A bracket before a comma ends the string.
 TEST(TupleText, StringsThatCloseTheirBracketAreNotReadBack) {
     EXPECT_EQ(L"[s:root:a],b]", Write({String(L"a],b")}));
-    EXPECT_THAT([] { Read(L"[s:root:a],b]"); }, ThrowsSerializerCheck(kLength));
+    EXPECT_THAT(Doing([] { Read(L"[s:root:a],b]"); }), ThrowsSerializerCheck(kLength));
     EXPECT_EQ(L"[s:root:x],[i:1]", Write({String(L"x],[i:1")}));
     ExpectRead({{{String(L"x"), 1}, L"[s:root:x],[i:1]"}});
-    EXPECT_THAT([] { Read(L"[s:root:a,b],c]"); }, ThrowsSerializerCheck(kLength));
+    EXPECT_THAT(Doing([] { Read(L"[s:root:a,b],c]"); }), ThrowsSerializerCheck(kLength));
 }
 
 TEST(TupleText, NoPointer) {
-    EXPECT_THAT([] { TupleDataValueSerializer::ToString(RefCntPtr<Tuple>()); }, ThrowsLogicFailure("m_ptr"));
+    EXPECT_THAT(Doing([] { TupleDataValueSerializer::ToString(RefCntPtr<Tuple>()); }), ThrowsLogicFailure("m_ptr"));
 }
 
 TEST(TupleText, OuterBrackets) {
     for (const wchar_t* text : {L"", L"[", L"]", L"x", L"[i:1", L"i:1]", L"i:1", L"null", L"%null%", L" [i:1]",
                                 L"[i:1] ", L"[i:1],", L",[i:1]", L"(i:1)", L"]i:1["}) {
-        EXPECT_THAT([&] { Read(text); }, ThrowsSerializerCheck(kBrackets)) << text;
+        EXPECT_THAT(Doing([&] { Read(text); }), ThrowsSerializerCheck(kBrackets)) << text;
     }
 }
 
 TEST(TupleText, PiecesThatStartNoElement) {
     for (const wchar_t* text : {L"[]", L"[i]", L"[:]", L"[,]", L"[,,,]", L"[i:1],i:2]", L"[i:1],[i]", L"[i:1],[]",
                                 L"[i:1],,[i:2]", L"[i:1], [i:2]", L"[s:root:a],bcde]", L"[i:1],i:12345]"}) {
-        EXPECT_THAT([&] { Read(text); }, ThrowsSerializerCheck(kLength)) << text;
+        EXPECT_THAT(Doing([&] { Read(text); }), ThrowsSerializerCheck(kLength)) << text;
     }
 }
 
 TEST(TupleText, OpenElementsOfOtherTypes) {
     for (const wchar_t* text : {L"[i:1,2]", L"[i:1,[i:2]", L"[i:1],[b:true,[i:2]", L"[i:null,x]", L"[u:null,,]",
                                 L"[r:::1,5]", L"[d:2024-02-29,1]"}) {
-        EXPECT_THAT([&] { Read(text); }, ThrowsMalformedElement()) << text;
+        EXPECT_THAT(Doing([&] { Read(text); }), ThrowsMalformedElement()) << text;
     }
 }
 
 // The inside is read before its closing bracket is missed.
 TEST(TupleText, FailuresOfElementsPass) {
-    EXPECT_THAT([] { Read(L"[i:a,2]"); }, ThrowsMessageText(L"Data value parse error"));
-    EXPECT_THAT([] { Read(L"[i:1],[i:a]"); }, ThrowsMessageText(L"Data value parse error"));
-    EXPECT_THAT([] { Read(L"[i:1] ,[i:2]"); }, ThrowsMessageText(L"Data value parse error"));
-    EXPECT_THAT([] { Read(L"[i:]"); }, ThrowsMessageText(L"Data value parse error"));
-    EXPECT_THAT([] { Read(L"[x:1]"); }, ThrowsUnknownLetter());
-    EXPECT_THAT([] { Read(L"[x:1,2]"); }, ThrowsUnknownLetter());
-    EXPECT_THAT([] { Read(L"[::]"); }, ThrowsSerializerCheck("Serialized DataValue is not properly delimited"));
-    EXPECT_THAT([] { Read(L"[abcd]"); }, ThrowsSerializerCheck("Serialized DataValue is not properly delimited"));
+    EXPECT_THAT(Doing([] { Read(L"[i:a,2]"); }), ThrowsMessageText(L"Data value parse error"));
+    EXPECT_THAT(Doing([] { Read(L"[i:1],[i:a]"); }), ThrowsMessageText(L"Data value parse error"));
+    EXPECT_THAT(Doing([] { Read(L"[i:1] ,[i:2]"); }), ThrowsMessageText(L"Data value parse error"));
+    EXPECT_THAT(Doing([] { Read(L"[i:]"); }), ThrowsMessageText(L"Data value parse error"));
+    EXPECT_THAT(Doing([] { Read(L"[x:1]"); }), ThrowsUnknownLetter());
+    EXPECT_THAT(Doing([] { Read(L"[x:1,2]"); }), ThrowsUnknownLetter());
+    EXPECT_THAT(Doing([] { Read(L"[::]"); }), ThrowsSerializerCheck("Serialized DataValue is not properly delimited"));
+    EXPECT_THAT(Doing([] { Read(L"[abcd]"); }),
+                ThrowsSerializerCheck("Serialized DataValue is not properly delimited"));
     EXPECT_THAT(
         [] { Read(L"[s:x,y]"); },
         ThrowsSerializerCheck("Serialized DataValue is not properly delimited, unable to parse string collation"));
-    EXPECT_THAT([] { Read(L"[r:1]"); },
+    EXPECT_THAT(Doing([] { Read(L"[r:1]"); }),
                 ThrowsSerializerCheck("Serialized DataValue is not properly delimited, unable to parse real scale and "
                                       "precision values"));
 }
@@ -227,15 +228,15 @@ TEST(TupleText, DepthLimit) {
     EXPECT_EQ(256, PresLayerLimits::GetTupleDepth());
     EXPECT_EQ(NestedText(256), WriteTyped(Nested(256)));
     EXPECT_TRUE(Nested(256) == ReadTyped(NestedText(256)));
-    EXPECT_THAT([] { WriteTyped(Nested(257)); }, ThrowsMalformedElement());
-    EXPECT_THAT([] { ReadTyped(NestedText(257)); }, ThrowsMalformedElement());
+    EXPECT_THAT(Doing([] { WriteTyped(Nested(257)); }), ThrowsMalformedElement());
+    EXPECT_THAT(Doing([] { ReadTyped(NestedText(257)); }), ThrowsMalformedElement());
 }
 
 TEST(TupleText, DepthLimitOfTuplesAlone) {
     EXPECT_EQ(NestedText(256).mid(2), TupleDataValueSerializer::ToString(Nested(256).GetTuple()));
     EXPECT_TRUE(Nested(256) == Read(NestedText(256).mid(2)));
-    EXPECT_THAT([] { TupleDataValueSerializer::ToString(Nested(257).GetTuple()); }, ThrowsMalformedElement());
-    EXPECT_THAT([] { Read(NestedText(257).mid(2)); }, ThrowsMalformedElement());
+    EXPECT_THAT(Doing([] { TupleDataValueSerializer::ToString(Nested(257).GetTuple()); }), ThrowsMalformedElement());
+    EXPECT_THAT(Doing([] { Read(NestedText(257).mid(2)); }), ThrowsMalformedElement());
 }
 
 // Elements side by side are one level, and a failure leaves the count as it was.
@@ -245,16 +246,16 @@ TEST(TupleText, DepthCountsLevelsOnly) {
     const TString text = Write(many);
     EXPECT_EQ(TupleOf(many), Read(text));
     for (int i = 0; i < 5; ++i) {
-        EXPECT_THAT([] { ReadTyped(NestedText(3)); }, ThrowsMalformedElement());
-        EXPECT_THAT([] { WriteTyped(Nested(3)); }, ThrowsMalformedElement());
-        EXPECT_THAT([] { ReadTyped(L"t:[t:[i:x]]"); }, ThrowsMessageText(L"Data value parse error"));
-        EXPECT_THAT([] { WriteTyped(TupleOf({TupleOf({Spatial()})})); }, ThrowsUnknownLetter());
+        EXPECT_THAT(Doing([] { ReadTyped(NestedText(3)); }), ThrowsMalformedElement());
+        EXPECT_THAT(Doing([] { WriteTyped(Nested(3)); }), ThrowsMalformedElement());
+        EXPECT_THAT(Doing([] { ReadTyped(L"t:[t:[i:x]]"); }), ThrowsMessageText(L"Data value parse error"));
+        EXPECT_THAT(Doing([] { WriteTyped(TupleOf({TupleOf({Spatial()})})); }), ThrowsUnknownLetter());
     }
     EXPECT_EQ(Nested(2), ReadTyped(NestedText(2)));
     EXPECT_EQ(NestedText(2), WriteTyped(Nested(2)));
 }
 
 TEST(TupleText, HostileDepthFailsAtOnce) {
-    EXPECT_THAT([] { ReadTyped(NestedText(200000)); }, ThrowsMalformedElement());
-    EXPECT_THAT([] { WriteTyped(Nested(1000000)); }, ThrowsMalformedElement());
+    EXPECT_THAT(Doing([] { ReadTyped(NestedText(200000)); }), ThrowsMalformedElement());
+    EXPECT_THAT(Doing([] { WriteTyped(Nested(1000000)); }), ThrowsMalformedElement());
 }

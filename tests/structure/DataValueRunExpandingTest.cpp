@@ -114,29 +114,32 @@ TEST(DataValueRunExpanding, IntegerStepsHave32Bits) {
     ExpectRun({0, 2147483647, 4294967294}, {L"i:0", L"3", L"2147483647"});
     ExpectRun({0, -2147483648LL, -4294967296LL}, {L"i:0", L"3", L"-2147483648"});
     for (const wchar_t* step : {L"2147483648", L"-2147483649", L"999999999999999998", L"9999999999999999999999"}) {
-        EXPECT_THAT([&] { OneRun({L"i:0", L"4", step}); }, ThrowsParseFailure()) << step;
-        EXPECT_THAT([&] { OneRun({L"r:::0", L"4", step}); }, ThrowsParseFailure()) << step;
+        EXPECT_THAT(Doing([&] { OneRun({L"i:0", L"4", step}); }), ThrowsParseFailure()) << step;
+        EXPECT_THAT(Doing([&] { OneRun({L"r:::0", L"4", step}); }), ThrowsParseFailure()) << step;
     }
 }
 
 TEST(DataValueRunExpanding, TextsThatAreNoSteps) {
     for (const wchar_t* step :
          {L"", L"x", L"1e3", L"null", L".", L"1.x", L"1.0 ", L" 1", L"1.0.0", L"-", L"i:1", L"1.0e999", L"1,5"}) {
-        EXPECT_THAT([&] { OneRun({L"i:1", L"4", step}); }, ThrowsParseFailure()) << step;
+        EXPECT_THAT(Doing([&] { OneRun({L"i:1", L"4", step}); }), ThrowsParseFailure()) << step;
     }
 }
 
 TEST(DataValueRunExpanding, TextsThatAreNoLengths) {
     for (const wchar_t* length : {L"", L"x", L"-1", L"1.0", L"4294967296", L"i:4", L" 4", L"null"}) {
-        EXPECT_THAT([&] { OneRun({L"i:1", length}); }, ThrowsParseFailure()) << length;
-        EXPECT_THAT([&] { OneRun({L"i:1", length, L"1"}); }, ThrowsParseFailure()) << length;
+        EXPECT_THAT(Doing([&] { OneRun({L"i:1", length}); }), ThrowsParseFailure()) << length;
+        EXPECT_THAT(Doing([&] { OneRun({L"i:1", length, L"1"}); }), ThrowsParseFailure()) << length;
     }
 }
 
 TEST(DataValueRunExpanding, TextsThatAreNoFirstValues) {
-    EXPECT_THAT([] { OneRun({L"1", L"4"}); }, ThrowsSerializerCheck("Serialized DataValue is not properly delimited"));
-    EXPECT_THAT([] { OneRun({L"x:1", L"4"}); }, ThrowsUnknownLetter());
-    EXPECT_THAT([] { OneRun({L"i:x", L"4"}); }, ThrowsMessageText(L"Data value parse error"));
+    EXPECT_THAT(Doing([] {
+                    OneRun({L"1", L"4"});
+                }),
+                ThrowsSerializerCheck("Serialized DataValue is not properly delimited"));
+    EXPECT_THAT(Doing([] { OneRun({L"x:1", L"4"}); }), ThrowsUnknownLetter());
+    EXPECT_THAT(Doing([] { OneRun({L"i:x", L"4"}); }), ThrowsMessageText(L"Data value parse error"));
     EXPECT_THAT(
         [] {
             OneRun({L"t:null", L"4"});
@@ -147,8 +150,8 @@ TEST(DataValueRunExpanding, TextsThatAreNoFirstValues) {
 TEST(DataValueRunExpanding, OnlyNumbersStep) {
     for (const wchar_t* first : {L"s:root:a", L"b:true", L"d:2024-02-29", L"c:2024-02-29 00:00:00", L"t:[i:1]",
                                  L"i:null", L"r:null", L"u:null"}) {
-        EXPECT_THAT([&] { OneRun({first, L"2", L"1"}); }, ThrowsAFailure()) << first;
-        EXPECT_THAT([&] { OneRun({first, L"2", L"0.5"}); }, ThrowsAFailure()) << first;
+        EXPECT_THAT(Doing([&] { OneRun({first, L"2", L"1"}); }), ThrowsAFailure()) << first;
+        EXPECT_THAT(Doing([&] { OneRun({first, L"2", L"0.5"}); }), ThrowsAFailure()) << first;
     }
 }
 
@@ -176,18 +179,18 @@ TEST(DataValueRunExpanding, OtherSizesAreSkippedAndCount) {
 
 TEST(DataValueRunExpanding, PositionsOutsideTheList) {
     const auto outside = ThrowsLogicFailure("index <= values.size()");
-    EXPECT_THAT([] { Expand({L"i:1"}, {{99, {L"i:1", L"4"}}}); }, outside);
-    EXPECT_THAT([] { Expand({L"i:1"}, {{2, {L"i:1", L"4"}}}); }, outside);
-    EXPECT_THAT([] { Expand({L"i:1"}, {{-1, {L"i:1", L"4"}}}); }, outside);
-    EXPECT_THAT([] { Expand({}, {{0, {L"i:5", L"4"}}, {0, {L"i:6", L"4"}}}); }, outside);
+    EXPECT_THAT(Doing([] { Expand({L"i:1"}, {{99, {L"i:1", L"4"}}}); }), outside);
+    EXPECT_THAT(Doing([] { Expand({L"i:1"}, {{2, {L"i:1", L"4"}}}); }), outside);
+    EXPECT_THAT(Doing([] { Expand({L"i:1"}, {{-1, {L"i:1", L"4"}}}); }), outside);
+    EXPECT_THAT(Doing([] { Expand({}, {{0, {L"i:5", L"4"}}, {0, {L"i:6", L"4"}}}); }), outside);
 }
 
 TEST(DataValueRunExpanding, BudgetIsExact) {
     const ExpansionLimit limit(10 * sizeof(DataValue));
     EXPECT_EQ(10U, OneRun({L"i:1", L"10"}).size());
     EXPECT_EQ(10U, Expand({}, {{0, {L"i:1", L"4"}}, {1, {L"r:::1", L"6"}}, {2, {}}}).size());
-    EXPECT_THAT([] { OneRun({L"i:1", L"11"}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand({}, {{0, {L"i:1", L"5"}}, {1, {L"i:1", L"6", L"1"}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { OneRun({L"i:1", L"11"}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand({}, {{0, {L"i:1", L"5"}}, {1, {L"i:1", L"6", L"1"}}}); }), ThrowsParseFailure());
     EXPECT_EQ(50U, Expand(std::vector<TString>(50, L"i:1"), {{50, {}}}).size());  // plain items are free
 }
 
@@ -196,14 +199,14 @@ TEST(DataValueRunExpanding, ListsOfOneReadingCallShareABudget) {
     const PresLayerLimits::ExpansionBudgetScope scope;
     EXPECT_EQ(4U, OneRun({L"i:1", L"4"}).size());
     EXPECT_EQ(6U, OneRun({L"i:1", L"6"}).size());
-    EXPECT_THAT([] { OneRun({L"i:1", L"1"}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { OneRun({L"i:1", L"1"}); }), ThrowsParseFailure());
 }
 
 TEST(DataValueRunExpanding, HugeRunsFailAtOnce) {
-    EXPECT_THAT([] { OneRun({L"i:0", L"4294967295"}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { OneRun({L"s:root:x", L"4294967295"}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { OneRun({L"i:0", L"4294967295"}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { OneRun({L"s:root:x", L"4294967295"}); }), ThrowsParseFailure());
     const TString most = TString::number(UInt64{512} * 1024 * 1024 / sizeof(DataValue));
-    EXPECT_THAT([&] { Expand({}, {{0, {L"i:0", most}}, {1, {L"i:0", L"1"}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([&] { Expand({}, {{0, {L"i:0", most}}, {1, {L"i:0", L"1"}}}); }), ThrowsParseFailure());
 }
 
 // Inserting each run on its own would move hundreds of gigabytes.

@@ -227,8 +227,8 @@ TEST(DataValueRuns, WrittenJSONIsNotReadBackButLetteredTextsAre) {
     const ListHost<DataValue> host;
     const JSONSerializer json(L"lists");
     const auto notDelimited = ThrowsSerializerCheck("Serialized DataValue is not properly delimited");
-    EXPECT_THAT([&] { json.ToParameters(written); }, notDelimited);
-    EXPECT_THAT([&] { json.ToParameters(L"{\"values\":[[1,5,1],[]]}"); }, notDelimited);
+    EXPECT_THAT(Doing([&] { json.ToParameters(written); }), notDelimited);
+    EXPECT_THAT(Doing([&] { json.ToParameters(L"{\"values\":[[1,5,1],[]]}"); }), notDelimited);
     const auto bag = json.ToParameters(L"{\"values\":[\"i:1\",[\"i:5\",\"4\",\"2\"],[]]}");
     EXPECT_EQ((Values{1, 5, 7, 9, 11}), GetParameterValue<Values>(&bag->GetParameter(host.kListId)));
 }
@@ -237,7 +237,7 @@ TEST(DataValueRuns, RunsNeedTheTagsToBeRegistered) {
     ListHost<DataValue> host(false);
     const auto expectMissing = [&](const Values& values, int tag, const char* trace) {
         ListTraceVisitor visitor;
-        EXPECT_THAT([&] { host.Send(values, ListForm::Packed, visitor); }, ThrowsNotFound(tag));
+        EXPECT_THAT(Doing([&] { host.Send(values, ListForm::Packed, visitor); }), ThrowsNotFound(tag));
         EXPECT_EQ(trace, visitor.Text());  // the outer list is closed all the same
     };
     expectMissing({9, 1, 1, 1, 1, 5, 6}, kIntRunsId, "values:1[9]");

@@ -57,15 +57,15 @@ TEST(ExpansionLimits, OneSettingByTwoNames) {
 
 TYPED_TEST(ExpansionBudget, HugeRunsFailBeforeMemoryIsTaken) {
     const long before = PeakMemory();
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"0", L"4294967295"}}, {1, {}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"0", L"4294967295"}}, {1, {}}}); }), ThrowsParseFailure());
     // Each alone would fit into the budget.
     const TString half = TString::number(UInt64{512} * 1024 * 1024 / sizeof(TypeParam));
-    EXPECT_THAT([&] { Expand<TypeParam>({}, {{0, {L"0", half}}, {1, {L"0", half}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([&] { Expand<TypeParam>({}, {{0, {L"0", half}}, {1, {L"0", half}}}); }), ThrowsParseFailure());
     Records many;
     for (int i = 0; i < 1000; ++i) {
         many.push_back({i, {L"0", L"4294967295", L"1"}});
     }
-    EXPECT_THAT([&] { Expand<TypeParam>({}, many); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([&] { Expand<TypeParam>({}, many); }), ThrowsParseFailure());
     EXPECT_LT(PeakMemory() - before, 50 * 1024);
 }
 
@@ -73,14 +73,14 @@ TYPED_TEST(ExpansionBudget, BudgetIsExact) {
     const ExpansionLimit limit(10 * sizeof(TypeParam));
     EXPECT_EQ(10U, Expand<TypeParam>({}, {{0, {L"1", L"10"}}}).size());
     EXPECT_EQ(10U, Expand<TypeParam>({}, {{0, {L"1", L"4"}}, {1, {L"1", L"6", L"1"}}, {2, {}}}).size());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"11"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"5"}}, {1, {L"1", L"6"}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"11"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"5"}}, {1, {L"1", L"6"}}}); }), ThrowsParseFailure());
 }
 
 TYPED_TEST(ExpansionBudget, BudgetCountsExpandedElementsOnly) {
     const ExpansionLimit limit(0);
     EXPECT_EQ(1000U, Expand<TypeParam>(std::vector<TString>(1000, L"1"), {{1000, {}}}).size());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"1"}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"1"}}}); }), ThrowsParseFailure());
 }
 
 TYPED_TEST(ExpansionBudget, EachListHasABudgetOfItsOwn) {
@@ -99,7 +99,7 @@ TYPED_TEST(ExpansionBudget, ListsOfOneReadingCallShareABudget) {
             const PresLayerLimits::ExpansionBudgetScope inner;  // joins
             EXPECT_EQ(6U, Expand<TypeParam>({}, {{0, {L"1", L"6"}}}).size());
         }
-        EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"1"}}}); }, ThrowsParseFailure());
+        EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"1"}}}); }), ThrowsParseFailure());
     }
     EXPECT_EQ(10U, Expand<TypeParam>({}, {{0, {L"1", L"10"}}}).size());
 }
@@ -126,10 +126,10 @@ TEST(ExpansionLimits, SpendingBeyondTheBudget) {
     const ExpansionLimit limit(100);
     EXPECT_NO_THROW(PresLayerLimits::ExpansionBudgetScope::Spend(100));  // one of its own for each call
     EXPECT_NO_THROW(PresLayerLimits::ExpansionBudgetScope::Spend(100));
-    EXPECT_THAT([] { PresLayerLimits::ExpansionBudgetScope::Spend(101); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { PresLayerLimits::ExpansionBudgetScope::Spend(101); }), ThrowsParseFailure());
     const PresLayerLimits::ExpansionBudgetScope scope;
     PresLayerLimits::ExpansionBudgetScope::Spend(60);
-    EXPECT_THAT([] { PresLayerLimits::ExpansionBudgetScope::Spend(41); }, ThrowsParseFailure());
-    EXPECT_THAT([] { PresLayerLimits::ExpansionBudgetScope::Spend(std::numeric_limits<std::size_t>::max()); },
+    EXPECT_THAT(Doing([] { PresLayerLimits::ExpansionBudgetScope::Spend(41); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { PresLayerLimits::ExpansionBudgetScope::Spend(std::numeric_limits<std::size_t>::max()); }),
                 ThrowsParseFailure());
 }

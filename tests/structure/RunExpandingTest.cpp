@@ -85,56 +85,56 @@ TYPED_TEST(RunExpansion, AnyLengthIsTaken) {
 }
 
 TYPED_TEST(RunExpansion, TextsThatAreNoNumbers) {
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"a", L"4"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"", L"4"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"b"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"-4"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"4.0"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"4294967296"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"4", L"x"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"4", L""}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"a", L"4"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"", L"4"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"b"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"-4"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"4.0"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"4294967296"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"4", L"x"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"4", L""}}}); }), ThrowsParseFailure());
 }
 
 TYPED_TEST(RunExpansion, PositionsOutsideTheList) {
     const auto outside = ThrowsLogicFailure("index <= values.size()");
-    EXPECT_THAT([] { Expand<TypeParam>({L"1"}, {{99, {L"1", L"4"}}}); }, outside);
-    EXPECT_THAT([] { Expand<TypeParam>({L"1"}, {{2, {L"1", L"4"}}}); }, outside);
-    EXPECT_THAT([] { Expand<TypeParam>({L"1"}, {{-1, {L"1", L"4"}}}); }, outside);
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{1, {L"1", L"4"}}}); }, outside);
-    EXPECT_THAT([] { Expand<TypeParam>({L"1"}, {{0, {L"1", L"4"}}, {3, {L"1", L"4"}}}); }, outside);
-    EXPECT_THAT([] { Expand<TypeParam>({L"1"}, {{2147483647, {L"1", L"4"}}}); }, outside);
-    EXPECT_THAT([] { Expand<TypeParam>({L"1"}, {{std::numeric_limits<int>::min(), {L"1", L"4"}}}); }, outside);
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({L"1"}, {{99, {L"1", L"4"}}}); }), outside);
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({L"1"}, {{2, {L"1", L"4"}}}); }), outside);
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({L"1"}, {{-1, {L"1", L"4"}}}); }), outside);
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{1, {L"1", L"4"}}}); }), outside);
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({L"1"}, {{0, {L"1", L"4"}}, {3, {L"1", L"4"}}}); }), outside);
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({L"1"}, {{2147483647, {L"1", L"4"}}}); }), outside);
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({L"1"}, {{std::numeric_limits<int>::min(), {L"1", L"4"}}}); }), outside);
 }
 
 TYPED_TEST(RunExpansion, TwoRecordsCannotShareAPosition) {
     const auto outside = ThrowsLogicFailure("index <= values.size()");
-    EXPECT_THAT([] { Expand<TypeParam>({L"1", L"2"}, {{1, {L"5", L"4"}}, {1, {L"6", L"4"}}}); }, outside);
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"5", L"4"}}, {0, {L"6", L"4"}}}); }, outside);
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({L"1", L"2"}, {{1, {L"5", L"4"}}, {1, {L"6", L"4"}}}); }), outside);
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"5", L"4"}}, {0, {L"6", L"4"}}}); }), outside);
 }
 
 TYPED_TEST(RunExpansion, PlainItemsAreReadFirst) {
-    EXPECT_THAT([] { Expand<TypeParam>({L"x"}, {{99, {L"1", L"4"}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({L"x"}, {{99, {L"1", L"4"}}}); }), ThrowsParseFailure());
 }
 
 TEST(RunExpanding, StepsOfUnsignedTypesAreSigned) {
     EXPECT_EQ((std::vector<unsigned int>{10, 8, 6, 4}), Expand<unsigned int>({}, {{0, {L"10", L"4", L"-2"}}}));
     // 32-bit steps are read as int, 64-bit ones as 64-bit signed integers, for both signs of the elements.
-    EXPECT_THAT([] { Expand<int>({}, {{0, {L"0", L"4", L"2147483648"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<unsigned int>({}, {{0, {L"0", L"4", L"2147483648"}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<int>({}, {{0, {L"0", L"4", L"2147483648"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<unsigned int>({}, {{0, {L"0", L"4", L"2147483648"}}}); }), ThrowsParseFailure());
     EXPECT_EQ((std::vector<unsigned int>{0U, 2147483647U, 4294967294U}),
               Expand<unsigned int>({}, {{0, {L"0", L"3", L"2147483647"}}}));
     EXPECT_EQ((std::vector<Int64>{0, 2147483648, 4294967296}), Expand<Int64>({}, {{0, {L"0", L"3", L"2147483648"}}}));
     EXPECT_EQ((std::vector<UInt64>{18446744073709551615U, 12297829382473034410U, 6148914691236517205U, 0U}),
               Expand<UInt64>({}, {{0, {L"18446744073709551615", L"4", L"-6148914691236517205"}}}));
-    EXPECT_THAT([] { Expand<Int64>({}, {{0, {L"0", L"4", L"9223372036854775808"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<UInt64>({}, {{0, {L"0", L"4", L"9223372036854775808"}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<Int64>({}, {{0, {L"0", L"4", L"9223372036854775808"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<UInt64>({}, {{0, {L"0", L"4", L"9223372036854775808"}}}); }), ThrowsParseFailure());
 }
 
 TEST(RunExpanding, FirstValuesAreOfTheElementType) {
-    EXPECT_THAT([] { Expand<int>({}, {{0, {L"2147483648", L"4"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<unsigned int>({}, {{0, {L"-1", L"4"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<int>({}, {{0, {L"1.5", L"4"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<int>({}, {{0, {L"1", L"4", L"0.5"}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<int>({}, {{0, {L"2147483648", L"4"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<unsigned int>({}, {{0, {L"-1", L"4"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<int>({}, {{0, {L"1.5", L"4"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<int>({}, {{0, {L"1", L"4", L"0.5"}}}); }), ThrowsParseFailure());
 }
 
 TEST(RunExpanding, ArithmeticWraps) {
@@ -184,8 +184,8 @@ TYPED_TEST(RealExpansion, NullIsANumberHere) {
 }
 
 TYPED_TEST(RealExpansion, LengthsAreWholeNumbers) {
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"null"}}}); }, ThrowsParseFailure());
-    EXPECT_THAT([] { Expand<TypeParam>({}, {{0, {L"1", L"1e1"}}}); }, ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"null"}}}); }), ThrowsParseFailure());
+    EXPECT_THAT(Doing([] { Expand<TypeParam>({}, {{0, {L"1", L"1e1"}}}); }), ThrowsParseFailure());
 }
 
 // Inserting each run on its own would move hundreds of gigabytes.

@@ -197,7 +197,7 @@ TYPED_TEST(NumericLists, RunsNeedTheTagsToBeRegistered) {
     const int tag = std::is_floating_point_v<TypeParam> ? kFloatRunsId
                     : std::is_signed_v<TypeParam>       ? kIntRunsId
                                                         : kUIntRunsId;
-    EXPECT_THAT([&] { host.Send({9, 1, 1, 1, 1, 5, 6}, ListForm::Packed, visitor); }, ThrowsNotFound(tag));
+    EXPECT_THAT(Doing([&] { host.Send({9, 1, 1, 1, 1, 5, 6}, ListForm::Packed, visitor); }), ThrowsNotFound(tag));
     EXPECT_EQ("values:2[9]", visitor.Text());  // the outer list is closed all the same
 }
 

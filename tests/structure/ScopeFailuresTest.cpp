@@ -37,11 +37,11 @@ TEST_F(ScopeFailures, ExceptionsCloseInnermostFirst) {
 
 TEST_F(ScopeFailures, UnknownIdentifiersMakeNoScope) {
     for (const int id : {view::kNotRegistered, view::kNowhere}) {
-        EXPECT_THAT([&] { CompositeStructure(id, m_stream); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { ListStructure(id, m_stream, PTC_None); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { MapStructure(id, m_stream); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { SubStructure(id, m_stream, true); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { SubStructure(id, m_stream, false); }, ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { CompositeStructure(id, m_stream); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { ListStructure(id, m_stream, PTC_None); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { MapStructure(id, m_stream); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { SubStructure(id, m_stream, true); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { SubStructure(id, m_stream, false); }), ThrowsNotFound(id));
     }
     EXPECT_EQ("", m_visitor.Text());
 }
@@ -74,7 +74,8 @@ TEST_F(ScopeFailures, EndThatThrowsReachesTheCaller) {
     for (const auto& c : cases) {
         FailingVisitor visitor(c.event);
         SerializeStructure stream(visitor, true, false);
-        EXPECT_THAT([&] { c.scope(stream); }, testing::ThrowsMessage<std::runtime_error>(testing::StrEq(c.event)));
+        EXPECT_THAT(Doing([&] { c.scope(stream); }),
+                    testing::ThrowsMessage<std::runtime_error>(testing::StrEq(c.event)));
     }
 }
 
@@ -112,7 +113,7 @@ TEST_F(ScopeFailures, EndThatThrowsWhileAnotherPassesIsDropped) {
     for (const auto& c : cases) {
         FailingVisitor visitor(c.event);
         SerializeStructure stream(visitor, true, false);
-        EXPECT_THAT([&] { c.write(stream); }, testing::ThrowsMessage<std::logic_error>(testing::StrEq("first")));
+        EXPECT_THAT(Doing([&] { c.write(stream); }), testing::ThrowsMessage<std::logic_error>(testing::StrEq("first")));
     }
 }
 

@@ -174,21 +174,21 @@ TEST_F(SerializeStructureTest, ShortNames) {
 
 TEST_F(SerializeStructureTest, MissingShortNameIsNotFound) {
     SerializeStructure stream(m_visitor, false, false);
-    EXPECT_THAT([&] { stream.Parameter(view::kLongNameOnly, L"x"); }, ThrowsNotFound(view::kLongNameOnly));
+    EXPECT_THAT(Doing([&] { stream.Parameter(view::kLongNameOnly, L"x"); }), ThrowsNotFound(view::kLongNameOnly));
     EXPECT_EQ("", m_visitor.Text());
 }
 
 TEST_F(SerializeStructureTest, UnknownIdentifiersAreNotFound) {
     for (const int id : {view::kNotRegistered, view::kNowhere, 0, -1}) {
-        EXPECT_THAT([&] { m_stream.Parameter(id, L"x"); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { m_stream.StartList(id, PTC_None); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { m_stream.StartList(id, PTC_Number); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { m_stream.EndList(id); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { m_stream.StartMap(id); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { m_stream.EndMap(id); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { m_stream.StartComposite(id); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { m_stream.EndComposite(id); }, ThrowsNotFound(id));
-        EXPECT_THAT([&] { m_stream.GetStructureSerializer(id); }, ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { m_stream.Parameter(id, L"x"); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { m_stream.StartList(id, PTC_None); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { m_stream.StartList(id, PTC_Number); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { m_stream.EndList(id); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { m_stream.StartMap(id); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { m_stream.EndMap(id); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { m_stream.StartComposite(id); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { m_stream.EndComposite(id); }), ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { m_stream.GetStructureSerializer(id); }), ThrowsNotFound(id));
     }
     EXPECT_EQ("", m_visitor.Text());
 }
@@ -204,7 +204,7 @@ TEST_F(SerializeStructureTest, StructureWithoutASerializerHasAnEmptyOne) {
 
 TEST_F(SerializeStructureTest, OtherKindsHaveNoStructureSerializer) {
     for (const int id : {view::kTitle, view::kLabels, view::kStyle, view::kAxes, view::kAxesByName, view::kNames}) {
-        EXPECT_THAT([&] { m_stream.GetStructureSerializer(id); }, ThrowsNotFound(id));
+        EXPECT_THAT(Doing([&] { m_stream.GetStructureSerializer(id); }), ThrowsNotFound(id));
     }
 }
 
@@ -231,14 +231,14 @@ TEST_F(SerializeStructureTest, BalanceIsTheWritersBusiness) {
 TEST_F(SerializeStructureTest, WhatTheVisitorThrowsPasses) {
     FailingVisitor visitor("Parameter");
     SerializeStructure stream(visitor, true, false);
-    EXPECT_THAT([&] { stream.Parameter(view::kTitle, L"x"); },
+    EXPECT_THAT(Doing([&] { stream.Parameter(view::kTitle, L"x"); }),
                 testing::ThrowsMessage<std::runtime_error>(testing::StrEq("Parameter")));
     EXPECT_EQ("Parameter(main-title, x, 1)\n", visitor.Text());
 }
 
 TEST(SerializeStructure, NeedsARegistry) {
     TraceVisitor visitor;
-    EXPECT_THAT([&] { SerializeStructure(visitor, true, false); },
+    EXPECT_THAT(Doing([&] { SerializeStructure(visitor, true, false); }),
                 ThrowsLogicFailure("gm_RegistryInstance != nullptr"));
 }
 

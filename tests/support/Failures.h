@@ -1,8 +1,10 @@
-// Matchers for what an operation throws: EXPECT_THAT([&] { serializer.FromString(L"x"); }, ThrowsParseFailure()).
+// Matchers for what an operation throws: EXPECT_THAT(Doing([&] { serializer.FromString(L"x"); }),
+// ThrowsParseFailure()).
 //
 // Each wants the very class, not one derived from it, with the content that is told.
 #pragma once
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <typeinfo>
@@ -10,6 +12,9 @@
 #include <gmock/gmock.h>
 
 #include <qvpreslayer/qvpreslayer.h>
+
+// The operation as one type for all: a matcher for every lambda of its own takes long to compile.
+inline std::function<void()> Doing(std::function<void()> operation) { return operation; }
 
 // An E and nothing more special, that inner accepts.
 template <class E, class Inner>
