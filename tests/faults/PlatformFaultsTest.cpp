@@ -1,7 +1,10 @@
 // Texts, names, typed values and the rest of the platform without memory.
 #include <qvcore/qvcore.h>
 
+#include <new>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <qvsys/BlockPool.h>
 #include <qvsys/qvsys.h>
@@ -67,6 +70,39 @@ TEST(Faults, FirstUses) {
                        moved.GetHash() == moved.GetHash();
     allocations::Disarm();
     EXPECT_TRUE(right);
+}
+
+// With the pool that the other tests do without: it may hand out what it has left, and fails then.
+TEST(Faults, KeptBlocksWithoutMemory) {
+    using namespace qvsys::detail;
+    constexpr std::size_t kBytes = 400;
+    constexpr int kMany = 20'000;  // more than the empty slabs that a thread keeps hold
+    std::vector<void*> blocks;
+    blocks.reserve(kMany);
+    std::thread([&] {
+        allocations::Arm(0, allocations::Mode::FromThereOn);
+        for (void* block; blocks.size() < kMany && (block = TryAllocateBlock(kBytes)) != nullptr;) {
+            blocks.push_back(block);
+        }
+        bool failed = false;
+        try {
+            blocks.push_back(AllocateBlock(kBytes));
+        } catch (const std::bad_alloc&) {
+            failed = true;
+        }
+        allocations::Disarm();
+        EXPECT_LT(blocks.size(), std::size_t{kMany});
+        EXPECT_TRUE(failed);
+        blocks.push_back(AllocateBlock(kBytes));  // with memory again
+        for (void* const block : blocks) {
+            ReleaseBlock(block, kBytes);
+        }
+        ReleaseKeptBlocks();
+        allocations::Arm(0, allocations::Mode::FromThereOn);
+        void* const none = TryAllocateBlock(kBytes);  // of a thread that keeps slabs no longer
+        allocations::Disarm();
+        EXPECT_EQ(nullptr, none);
+    }).join();
 }
 
 TEST(Faults, ChangingTexts) {

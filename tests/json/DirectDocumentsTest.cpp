@@ -442,6 +442,22 @@ TEST(DirectDocumentsOfWatchedBags, AreFilledAsAtLength) {
     }
 }
 
+// The bag of a member is stored before it is filled, and stored again; that of a structure gives way to nothing and
+// then to the structure. Members come in the order of their names.
+TEST(DirectDocumentsOfWatchedBags, SeeTheirNestedBagsBeforeTheseAreFilled) {
+    WatchingRegistry registry;
+    const JSONSerializer json(L"view");
+    for (const char* prefix : {"", "", kLongWay.data()}) {  // the first one fills the namespace
+        registry.notes.clear();
+        registry.plainFrom = 1;
+        const std::string text = R"({"subBag": {"subBag": {"n": 1}, "n": 2, "myModel": {"c": "x"}, "text": null}})";
+        const RefCntPtr<IParameters> bag = json.ToParameters(TString::FromUtf8(prefix + text));
+        EXPECT_EQ("sub-bag=(sub-bag=(n=1) my-model=(c=x) n=2)", BagDescription::Of(*bag));
+        EXPECT_EQ(" new new new set 70 set 81 set 70 null set 70 set 82 new set 60 set 82 set 60", registry.notes)
+            << prefix;
+    }
+}
+
 TEST_F(DirectDocuments, MapsInsideEntriesKeepTheirKeys) {
     const std::string text =
         R"({"byKey":{"a":{"byKey":{"x":{"n":1},"y":{}}},"b":{"byKey":{"p":{},"q":null}},"c":{"n":2}}})";

@@ -111,6 +111,19 @@ TEST(BlockPool, AReleasedBlockIsTheNextOne) {
     EXPECT_EQ(at, second.At());
 }
 
+TEST(BlockPool, BlocksInUseStayWhenKeptOnesAreFreed) {
+    std::vector<Block> blocks;
+    for (const std::size_t bytes : {std::size_t{24}, std::size_t{200}, kLargestKeptBlock}) {
+        blocks.emplace_back(bytes, static_cast<unsigned char>(bytes));
+    }
+    ReleaseKeptBlocks();
+    for (const Block& block : blocks) {
+        EXPECT_TRUE(block.IsIntact());
+    }
+    const Block next(24, 9);
+    EXPECT_NE(blocks.front().At(), next.At());
+}
+
 TEST(BlockPool, RandomOrderOfRandomSizes) {
     std::mt19937 random(7);
     std::vector<Block> blocks;
