@@ -1,6 +1,8 @@
 // Values and bags without memory.
 #include <qvpreslayer/BaseParameters.h>
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <vector>
 
@@ -64,7 +66,9 @@ Subject OnTuple(DataValue tuple) {
 
 // Twenty tuples, more than are kept in mind without memory, inside so many others.
 DataValue ManyInside(int levels) {
-    DataValue value = typed::TupleOf(std::vector<DataValue>(20, typed::Nested(3)));
+    std::vector<DataValue> many;
+    std::generate_n(std::back_inserter(many), 20, [] { return typed::Nested(3); });
+    DataValue value = typed::TupleOf(std::move(many));
     for (; levels > 0; --levels) {
         value = typed::TupleOf({value});
     }

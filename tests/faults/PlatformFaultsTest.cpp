@@ -117,6 +117,13 @@ TEST(Faults, ChangingTexts) {
     CheckUnderFaults(OnEachText("lengthening", Strong, [](TString& t) { t.resize(50'000); }));
     CheckUnderFaults(OnEachText("shortening", NoFail, [](TString& t) { t.resize(t.size() / 2); }));
     CheckUnderFaults(OnEachText("clearing", NoFail, [](TString& t) { t.clear(); }));
+    CheckUnderFaults({{"giving room back", NoFail, [] {
+                           auto text = std::make_shared<TString>(kLarge);
+                           text->reserve(100'000);
+                           return On(
+                               text, [](TString& t) { t.shrink_to_fit(); },
+                               [](const TString& t) { return t.ToUtf8(); });
+                       }}});
     CheckUnderFaults(OnEachText("room to write in", Strong, [](TString& t) { t.Accept(t.Extend(1000)); }));
     CheckUnderFaults(OnEachText("assigning", Strong, [](TString& t) { t = kLong; }));
     CheckUnderFaults(OnEachText("assigning much", Strong, [](TString& t) { t = kLarge; }));

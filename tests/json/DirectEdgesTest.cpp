@@ -1,9 +1,14 @@
 // Where the short ways between values and text begin and end: long names, maps of every type, levels, what host code
 // changes meanwhile, and values and texts that only the long way can tell of.
+#include <ucontext.h>
+
 #include <limits>
+#include <map>
 #include <string>
+#include <vector>
 
 #include "json/JSONTestSupport.h"
+#include "support/Sanitized.h"
 
 namespace {
 
@@ -250,6 +255,98 @@ TEST_F(DirectEdges, AThreadWithoutStackToSpareReadsWhatIsDeep) {
     PresLayerLimits::SetStackReserve(std::size_t{1} << 40);
     EXPECT_EQ(expected, ReadTwice(text));
 }
+
+// Neighbours that are spelled alike are read once: texts of these lengths are compared in parts.
+TEST_F(DirectEdges, RealsThatAreSpelledNearlyAlike) {
+    EXPECT_EQ("real=1", ReadTwice(R"({"real":1.0})"));
+    const struct {
+        const char* list;
+        std::vector<double> values;
+    } cases[] = {
+        {"0.500000000000000000,0.500000000000000000,0.500000000100000000", {0.5, 0.5, 0.5000000001}},
+        {"0.500000000100000000,0.500000000000000000", {0.5000000001, 0.5}},
+        {"0.5000000000000000000000000000,0.5000000000010000000000000000", {0.5, 0.500000000001}},
+        {"0.5000000000000000000000000000,0.5000000000000000000000000000", {0.5, 0.5}},
+        {"1.50,1.50,2.50,1.51,1.5", {1.5, 1.5, 2.5, 1.51, 1.5}},
+        {"1.25000,1.25000,1.24000,2.25000,1.25001", {1.25, 1.25, 1.24, 2.25, 1.25001}},
+    };
+    for (const auto& c : cases) {
+        const RefCntPtr<IParameters> bag =
+            Read(R"({"realList":[)" + std::string(c.list) + "]}" + std::string(100, ' '));
+        EXPECT_EQ(c.values, GetParameterValue<std::vector<double>>(*bag, view::kRealList)) << c.list;
+    }
+}
+
+TEST_F(DirectEdges, ListsBeyondWhatIsCountedAtOnce) {
+    EXPECT_EQ("n=1", ReadTwice(R"({"n":1})"));
+    std::vector<int> values(200'000);
+    std::string text;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        values[i] = static_cast<int>(i % 7);
+        text += (i == 0 ? "" : ",") + std::to_string(values[i]);
+    }
+    const RefCntPtr<IParameters> bag = Read(R"({"intList":[)" + text + "]}");
+    EXPECT_EQ(values, GetParameterValue<std::vector<int>>(*bag, view::kIntList));
+}
+
+// What comes next is remembered in places that these bags share, since their identifiers differ by a multiple of 32.
+TEST_F(DirectEdges, BagsWhoseFirstMembersAreRememberedInOnePlace) {
+    m_registry.Add(L"places", 2000, 2999, [](AbstractParamAdder& adder) {
+        adder.AddSimple(2000, L"first", L"fi", new ParameterTypeSerializer<int>);
+        adder.AddSimple(2001, L"second", L"se", new ParameterTypeSerializer<int>);
+        adder.AddBag(2016, L"one", L"o");
+        adder.AddBag(2016 + 32, L"two", L"t");
+        adder.AddBag(2016 + 320, L"three", L"th");
+    });
+    m_json = JSONSerializer(L"places");
+    const std::string text =
+        R"({"one":{"first":1,"second":2},"two":{"second":3},"three":{"second":4,"first":5}})" + std::string(100, ' ');
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ("one=(first=1 second=2) two=(second=3) three=(first=5 second=4)", ReadTwice(text));
+    }
+}
+
+// Behind the last record stands one without an identifier.
+TEST_F(DirectEdges, IdentifierZeroBehindTheLastOne) {
+    m_registry.Add(L"negative", -9, -1, [](AbstractParamAdder& adder) {
+        adder.AddSimple(-1, L"last", L"la", new ParameterTypeSerializer<int>);
+    });
+    EXPECT_EQ(R"({"last": 5})", Write(MakeBag({{-1, Val(5)}})));
+    const auto failure = Caught<ParameterNotFoundException>([&] { Write(MakeBag({{-1, Val(5)}, {0, Val(6)}})); });
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(0, failure->GetID());
+}
+
+#if !QV_TEST_SANITIZED  // which must be told of every change of the stack
+
+// Reads and writes a text of many levels.
+std::string s_outcome;
+void ReadAndWriteWhatIsDeep() {
+    std::string text = R"({"n": 1})";
+    for (int level = 0; level < 30; ++level) {
+        text = R"({"subBag":)" + text + "}";
+    }
+    const JSONSerializer json(L"view");
+    json.ToParameters(L"{\"n\": 1}");  // fills the namespace
+    const RefCntPtr<IParameters> bag = json.ToParameters(TString::FromUtf8(text));
+    s_outcome = json.ToString(bag, JSONSerializer::Compact).ToUtf8() == text ? "the same" : "another text";
+}
+
+// Fibres, say: what is left of them nobody can tell.
+TEST_F(DirectEdges, OnAStackOfTheHostsOwn) {
+    std::vector<char> stack(1024 * 1024);
+    ucontext_t host{};
+    ucontext_t fibre{};
+    ASSERT_EQ(0, getcontext(&fibre));
+    fibre.uc_stack.ss_sp = stack.data();
+    fibre.uc_stack.ss_size = stack.size();
+    fibre.uc_link = &host;
+    makecontext(&fibre, ReadAndWriteWhatIsDeep, 0);
+    ASSERT_EQ(0, swapcontext(&host, &fibre));
+    EXPECT_EQ("the same", s_outcome);
+}
+
+#endif
 
 // What has no kind is not registered.
 TEST_F(DirectEdges, AParameterWithoutAKind) {

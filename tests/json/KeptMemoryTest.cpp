@@ -82,7 +82,7 @@ TEST_F(KeptMemory, IsLimitedHoweverLargeATextIs) {
     if (QV_TEST_SANITIZED) {
         GTEST_SKIP() << "under a sanitizer nothing is kept";
     }
-    constexpr int kEntries = 150'000;
+    constexpr int kEntries = 80'000;
     TString text = L"{\"byKey\":{";
     for (int i = 0; i < kEntries; ++i) {
         text += (i == 0 ? TString(L"\"") : TString(L",\"")) + TString::number(100'000'000 + i) + L"\":{}";
