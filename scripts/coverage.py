@@ -11,6 +11,22 @@ import pathlib
 import subprocess
 import sys
 
+
+class File:
+    """One file of the sources: its lines by number, and its functions by name, each with its line and how often it ran."""
+
+    def __init__(self):
+        self.lines = {}
+        self.functions = {}
+
+    def add(self, told):
+        for counted in told["lines"]:
+            self.lines.setdefault(counted["line_number"], Line()).add(counted)
+        for counted in told["functions"]:
+            function = self.functions.setdefault(counted["name"], [counted["start_line"], 0])
+            function[1] += counted["execution_count"]
+
+
 class Line:
     """One line of the sources: how often it ran, and the branches of each function that has code there."""
 
@@ -43,18 +59,15 @@ def reports(build):
 
 
 def collect(build, folders):
-    """{file: {line number: Line}} for the files in the folders."""
+    """{name: File} for the files in the folders."""
     root = pathlib.Path.cwd()
     files = {}
     for report in reports(build):
         for told in report["files"]:
             path = root / told["file"]
             name = str(path.relative_to(root)) if path.is_relative_to(root) else ""
-            if not name.startswith(folders):
-                continue
-            lines = files.setdefault(name, {})
-            for counted in told["lines"]:
-                lines.setdefault(counted["line_number"], Line()).add(counted)
+            if name.startswith(folders) and path.exists():  # objects may be left of files that are gone
+                files.setdefault(name, File()).add(told)
     return files
 
 
@@ -71,10 +84,12 @@ def trace(files, sources):
                 "branches": [{"count": count, "fallthrough": False, "throw": False} for count in branches]}
 
     return {"gcovr/format_version": "0.3", "files": [
-        {"file": name, "functions": [], "lines": [
-            told(name, number, line) for number, line in sorted(lines.items())
-            if line.count != 0 or has_code(sources[name][number - 1])]}
-        for name, lines in sorted(files.items())]}
+        {"file": name,
+         "functions": [{"name": function, "lineno": number, "execution_count": count}
+                       for function, (number, count) in sorted(file.functions.items())],
+         "lines": [told(name, number, line) for number, line in sorted(file.lines.items())
+                   if line.count != 0 or has_code(sources[name][number - 1])]}
+        for name, file in sorted(files.items())]}
 
 
 def missing(counts, sources):

@@ -458,6 +458,36 @@ TEST(DirectDocumentsOfWatchedBags, SeeTheirNestedBagsBeforeTheseAreFilled) {
     }
 }
 
+// The order is that of the names in the text, whichever they are: "seconds" is before "secret", "se" behind "sc".
+TEST(DirectDocumentsOfWatchedBags, AreFilledInTheOrderOfTheNamesInForce) {
+    WatchingRegistry registry;
+    const JSONSerializer json(L"view");
+    const auto notesOf = [&](const wchar_t* text) {
+        for (int round = 0; round < 2; ++round) {  // the first one fills the namespace
+            registry.notes.clear();
+            registry.plainFrom = 1;
+            json.ToParameters(text);
+        }
+        return registry.notes;
+    };
+    EXPECT_EQ(" new new set 20 set 23", notesOf(LR"({"subBag": {"secret": "x", "seconds": "5"}})"));
+    const TestSession session(true);
+    EXPECT_EQ(" new new set 23 set 20", notesOf(LR"({"sb": {"se": "5", "sc": "x"}})"));
+}
+
+// Whatever fails while a value is parsed and stored is a failure to parse it; other failures pass.
+TEST(DirectDocumentsOfNothing, ARegistryThatMakesNoBag) {
+    class EmptyRegistry final : public ViewRegistry {
+        RefCntPtr<IParameters> CreateParameters() override { return {}; }
+    };
+    EmptyRegistry registry;
+    const JSONSerializer json(L"view");
+    for (int round = 0; round < 2; ++round) {  // the first one fills the namespace
+        EXPECT_EQ("not parsed: 82", OutcomeOf([&] { return json.ToParameters(L"{\"n\": 1}"); }));
+        EXPECT_EQ("logic: m_ptr", OutcomeOf([&] { return json.ToParameters(L"{\"subBag\": {}}"); }));
+    }
+}
+
 TEST_F(DirectDocuments, MapsInsideEntriesKeepTheirKeys) {
     const std::string text =
         R"({"byKey":{"a":{"byKey":{"x":{"n":1},"y":{}}},"b":{"byKey":{"p":{},"q":null}},"c":{"n":2}}})";

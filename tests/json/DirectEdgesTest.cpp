@@ -216,6 +216,48 @@ TEST_F(DirectEdges, BagsThatTellOtherParametersThanTheyHold) {
               Write(MakeBag({{view::kByKey, Val(BagStructureSerializer::BagMap{{L"k", bag}, {L"l", plain}})}})));
 }
 
+TEST_F(DirectEdges, ABagThatTellsNull) {
+    class NullBag final : public TestBag {
+        void Accept(IParameterVisitor& visitor) const override { visitor.VisitParameter(view::kC, nullptr); }
+    };
+    const RefCntPtr<TestBag> bag(new NullBag);
+    EXPECT_TRUE(Caught<MissingParameterCommandException>([&] { Write(bag); }));
+}
+
+// What its serializer leaves open stays open, and what comes behind it stands inside.
+TEST_F(DirectEdges, AStructureThatStaysOpen) {
+    class Opening final : public BagStructureSerializer {
+        void Serialize(RefCntPtr<const IParameter>, SerializeStructure& stream, int, bool) const override {
+            stream.GetVisitor().StartComposite(L"open", false);
+        }
+    };
+    m_registry.Add(L"host", 2000, 2099, [](AbstractParamAdder& adder) {
+        adder.AddStructure(2001, L"model", L"mo", new Opening);
+        adder.AddSimple(2002, L"count", L"co", new ParameterTypeSerializer<int>);
+        adder.AddBag(2003, L"bag", L"ba");
+    });
+    const auto bag = MakeBag({{2001, Val(0)}, {2002, Val(5)}, {2003, BagVal(MakeBag({{2002, Val(6)}}))}});
+    EXPECT_EQ(R"({"open":{"count": 5,"bag":{"count": 6}})", Write(bag));
+}
+
+// The namespace that is first by name covers what both have; the other one's name leads there all the same.
+TEST_F(DirectEdges, NamespacesThatOverlap) {
+    m_registry.Add(L"one", 2000, 2009, [](AbstractParamAdder& adder) {
+        adder.AddSimple(2004, L"four", L"f", new ParameterTypeSerializer<int>);
+        adder.AddSimple(2007, L"seven-of-one", L"s1", new ParameterTypeSerializer<int>);
+    });
+    m_registry.Add(L"two", 2005, 2020, [](AbstractParamAdder& adder) {
+        adder.AddSimple(2007, L"seven-of-two", L"s2", new ParameterTypeSerializer<int>);
+        adder.AddSimple(2015, L"fifteen", L"fi", new ParameterTypeSerializer<int>);
+    });
+    m_registry.SetFallback(L"one", L"two");
+    m_json = JSONSerializer(L"one");
+    const std::string text = R"({"four": 1,"sevenOfOne": 2,"fifteen": 3})";
+    EXPECT_EQ(text, Write(MakeBag({{2004, Val(1)}, {2007, Val(2)}, {2015, Val(3)}})));
+    EXPECT_EQ("four=1 seven-of-one=2 fifteen=3", ReadTwice(text));
+    EXPECT_EQ("four=1 seven-of-one=2 fifteen=3", ReadTwice(R"({"four": 1,"sevenOfTwo": 2,"fifteen": 3})"));
+}
+
 // Answers other values than it holds.
 class AnsweringBag final : public TestBag {
 public:
@@ -268,6 +310,7 @@ TEST_F(DirectEdges, RealsThatAreSpelledNearlyAlike) {
         {"0.5000000000000000000000000000,0.5000000000010000000000000000", {0.5, 0.500000000001}},
         {"0.5000000000000000000000000000,0.5000000000000000000000000000", {0.5, 0.5}},
         {"1.50,1.50,2.50,1.51,1.5", {1.5, 1.5, 2.5, 1.51, 1.5}},
+        {"1234567.1200000000,1234567.2500000000,1234567.2500000000", {1234567.12, 1234567.25, 1234567.25}},
         {"1.25000,1.25000,1.24000,2.25000,1.25001", {1.25, 1.25, 1.24, 2.25, 1.25001}},
     };
     for (const auto& c : cases) {
