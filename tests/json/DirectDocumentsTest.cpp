@@ -458,7 +458,7 @@ TEST(DirectDocumentsOfWatchedBags, SeeTheirNestedBagsBeforeTheseAreFilled) {
     }
 }
 
-// The order is that of the names in the text, whichever they are: "seconds" is before "secret", "se" behind "sc".
+// The order is that of the names in the text, whichever they are: "text" is before "textList", "tx" behind "tl".
 TEST(DirectDocumentsOfWatchedBags, AreFilledInTheOrderOfTheNamesInForce) {
     WatchingRegistry registry;
     const JSONSerializer json(L"view");
@@ -470,9 +470,9 @@ TEST(DirectDocumentsOfWatchedBags, AreFilledInTheOrderOfTheNamesInForce) {
         }
         return registry.notes;
     };
-    EXPECT_EQ(" new new set 20 set 23", notesOf(LR"({"subBag": {"secret": "x", "seconds": "5"}})"));
+    EXPECT_EQ(" new new set 17 set 37", notesOf(LR"({"subBag": {"textList": ["a"], "text": "x"}})"));
     const TestSession session(true);
-    EXPECT_EQ(" new new set 23 set 20", notesOf(LR"({"sb": {"se": "5", "sc": "x"}})"));
+    EXPECT_EQ(" new new set 37 set 17", notesOf(LR"({"sb": {"tx": "x", "tl": ["a"]}})"));
 }
 
 // Whatever fails while a value is parsed and stored is a failure to parse it; other failures pass.

@@ -278,7 +278,7 @@ TEST_F(DirectEdges, StructuresInListFormInsideManyBags) {
     const auto texts = MakeBag({{view::kRow, Val(std::vector<TString>{L"a", L"b"})}});
     RefCntPtr<TestBag> bag = MakeBag({{view::kRow, BagVal(texts)}});
     std::string expected = R"({"row":["a","b"]})";
-    for (int level = 0; level < 30; ++level) {
+    for (int level = 0; level < 100; ++level) {
         bag = MakeBag({{view::kSubBag, BagVal(bag)}});
         expected = R"({"subBag":)" + expected + "}";
     }

@@ -124,6 +124,16 @@ TEST(BlockPool, BlocksInUseStayWhenKeptOnesAreFreed) {
     EXPECT_NE(blocks.front().At(), next.At());
 }
 
+// Whether a thread ends in the middle of a slab or with a full one, its blocks stay until they are released.
+TEST(BlockPool, BlocksStayWhenTheirThreadHasEnded) {
+    for (std::size_t count = 1; count <= 700; ++count) {
+        const std::vector<Block> blocks = OnAnotherThread([count] { return Blocks(count, 48); });
+        for (const Block& block : blocks) {
+            ASSERT_TRUE(block.IsIntact()) << count;
+        }
+    }
+}
+
 TEST(BlockPool, RandomOrderOfRandomSizes) {
     std::mt19937 random(7);
     std::vector<Block> blocks;
