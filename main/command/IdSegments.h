@@ -29,8 +29,9 @@ public:
     // The owner of the identifier, or null.
     ParametersNamespace* Find(int id) const noexcept {
         const std::size_t cell = (static_cast<std::uint32_t>(id) - static_cast<std::uint32_t>(m_base)) >> m_cellShift;
-        if (cell + 2 >= m_cells.size() || id < m_base) {
-            // In the last cell, or behind it, there may be what was appended since.
+        if (cell + 2 >= m_cells.size()) {
+            // In the last cell, or behind it, there may be what was appended since. An identifier below the first one
+            // is behind it, too: the span ends before numbers begin anew.
             return FindAmong(m_cells.empty() || id < m_base ? 0 : m_cells[m_cells.size() - 2], m_segments.size(), id);
         }
         return FindAmong(m_cells[cell], m_cells[cell + 1] + std::size_t{1}, id);

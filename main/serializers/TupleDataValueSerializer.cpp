@@ -127,7 +127,7 @@ DataValue TakeElement(Pieces& pieces) {
     if (value.GetDataType() != DataType::CString) {
         ThrowMalformedElement();
     }
-    return pieces.AtEnd() ? value : JoinString(value, pieces);
+    return JoinString(value, pieces);
 }
 
 }  // namespace

@@ -86,6 +86,19 @@ TEST(LargeBags, ReplaceAndRemove) {
     }
 }
 
+TEST(LargeBags, RemoveFromTheEndAndFromTheMiddle) {
+    const auto bag = Filled(Upwards(kCount));
+    std::vector<int> left = Upwards(kCount);
+    for (int i = 0; i < 100; ++i) {  // the last one each time
+        bag->RemoveParameter(left.back());
+        left.pop_back();
+    }
+    EXPECT_EQ(left, IdsOf(*bag));
+    bag->RemoveParameter(left[100]);
+    left.erase(left.begin() + 100);
+    EXPECT_EQ(left, IdsOf(*bag));
+}
+
 TEST(LargeBags, CloneWithTheSameObjects) {
     const auto bag = Filled(Shuffled());
     const RefCntPtr<BaseParameters> clone = bag->Clone();

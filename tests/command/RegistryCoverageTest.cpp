@@ -80,6 +80,21 @@ TEST(RegistryCoverage, OnlyTheCoveringNamespaceIsFilled) {
     EXPECT_EQ(1, runs);
 }
 
+TEST(RegistryCoverage, SharedRangesMayEndWithTheLastIdentifier) {
+    TestRegistry registry;
+    AddRange(registry, "b", kHighest - 9, kHighest);
+    AddRange(registry, "a", kHighest - 4, kHighest);
+    AddRange(registry, "c", kHighest - 19, kHighest);
+    const auto name = [&](int back) { return NameOf(registry, kHighest - back); };
+    EXPECT_EQ("a" + std::to_string(kHighest), name(0));
+    EXPECT_EQ("a" + std::to_string(kHighest - 4), name(4));
+    EXPECT_EQ("b" + std::to_string(kHighest - 5), name(5));
+    EXPECT_EQ("b" + std::to_string(kHighest - 9), name(9));
+    EXPECT_EQ("c" + std::to_string(kHighest - 10), name(10));
+    EXPECT_EQ("c" + std::to_string(kHighest - 19), name(19));
+    EXPECT_EQ("-", name(20));
+}
+
 TEST(RegistryCoverage, AnInvertedRangeCoversNothing) {
     TestRegistry registry;
     registry.Add(L"a", 10, 1, [](AbstractParamAdder&) {});

@@ -157,6 +157,17 @@ TEST_F(RegistryFilling, AnEagerFunctionDoesNotFindItsOwnNamespace) {
     EXPECT_EQ(11, registry.GetID(L"eager", L"bag", true));
 }
 
+TEST_F(RegistryFilling, AnEagerFunctionThatRegistersItsOwnNameTakesIt) {
+    const auto again = [&](AbstractParamAdder&) { registry.RegisterNamespace(L"n", Note("inner"), 11, 19, false); };
+    const auto error = Thrown<ParameterNamespaceAlreadyExistsException>(
+        [&] { registry.RegisterNamespace(L"n", again, 21, 29, true); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(L"n", error->GetName());
+    EXPECT_TRUE(registry.HasNamespace(L"n"));
+    EXPECT_THROW(registry.GetID(L"n", L"x", true), ParameterNotFoundException);
+    EXPECT_EQ("inner", log);
+}
+
 TEST_F(RegistryFilling, PartsRunInTheOrderOfTheirRegistration) {
     registry.RegisterNamespace(L"n", Note("first"), 11, 19, false);
     registry.RegisterNamespacePart(L"n", Note("second"), 11, 19);

@@ -1,6 +1,8 @@
 // Values and bags without memory.
 #include <qvpreslayer/BaseParameters.h>
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <vector>
 
@@ -42,6 +44,36 @@ Subject OnChain(int length, Wrap wrap) {
 }
 
 RefCntPtr<IParameter> InList(const RefCntPtr<TestBag>& bag) { return Val(BagStructureSerializer::Bags{bag}); }
+
+// A chain whose last bag holds many, more than are kept in mind without memory.
+Subject OnWideEnd(int length, int width) {
+    auto chain = std::make_shared<RefCntPtr<TestBag>>(MakeBag());
+    for (int i = 0; i < width; ++i) {
+        (*chain)->SetParameter(10 + i, BagVal(MakeBag({{1, BagVal(MakeBag({{1, Value()}}))}})));
+    }
+    for (int i = 1; i < length; ++i) {
+        *chain = MakeBag({{1, Value()}, {2, BagVal(*chain)}});
+    }
+    return {[chain] { chain->Reset(); }, [chain] { return std::string(*chain ? "a bag" : "none"); }};
+}
+
+// A value that gives way to another one, without a way to fail.
+Subject OnTuple(DataValue tuple) {
+    auto value = std::make_shared<DataValue>(std::move(tuple));
+    return {[value] { *value = DataValue(1); },
+            [value] { return std::string(*value == DataValue(1) ? "one" : "a tuple"); }};
+}
+
+// Twenty tuples, more than are kept in mind without memory, inside so many others.
+DataValue ManyInside(int levels) {
+    std::vector<DataValue> many;
+    std::generate_n(std::back_inserter(many), 20, [] { return typed::Nested(3); });
+    DataValue value = typed::TupleOf(std::move(many));
+    for (; levels > 0; --levels) {
+        value = typed::TupleOf({value});
+    }
+    return value;
+}
 
 class NotingVisitor final : public IParameterVisitor {
 public:
@@ -124,12 +156,11 @@ TEST(Faults, FreeingBags) {
         {"a short chain", NoFail, [] { return OnChain(3, BagVal); }},
         {"a long chain", NoFail, [] { return OnChain(20'000, BagVal); }},
         {"a long chain through lists", NoFail, [] { return OnChain(20'000, InList); }},
-        {"a chain of tuples", NoFail,
-         [] {
-             auto value = std::make_shared<DataValue>(typed::Nested(20'000));
-             return Subject{[value] { *value = DataValue(1); },
-                            [value] { return std::string(*value == DataValue(1) ? "one" : "a tuple"); }};
-         }},
+        {"a chain that ends in many bags", NoFail, [] { return OnWideEnd(64, 50); }},
+        {"a long chain that ends in many bags", NoFail, [] { return OnWideEnd(200, 50); }},
+        {"a chain of tuples that ends in many", NoFail, [] { return OnTuple(ManyInside(31)); }},
+        {"a long chain of tuples that ends in many", NoFail, [] { return OnTuple(ManyInside(200)); }},
+        {"a chain of tuples", NoFail, [] { return OnTuple(typed::Nested(20'000)); }},
     });
 }
 

@@ -1,7 +1,10 @@
 // Texts, names, typed values and the rest of the platform without memory.
 #include <qvcore/qvcore.h>
 
+#include <new>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <qvsys/BlockPool.h>
 #include <qvsys/qvsys.h>
@@ -69,6 +72,39 @@ TEST(Faults, FirstUses) {
     EXPECT_TRUE(right);
 }
 
+// With the pool that the other tests do without: it may hand out what it has left, and fails then.
+TEST(Faults, KeptBlocksWithoutMemory) {
+    using namespace qvsys::detail;
+    constexpr std::size_t kBytes = 400;
+    constexpr int kMany = 20'000;  // more than the empty slabs that a thread keeps hold
+    std::vector<void*> blocks;
+    blocks.reserve(kMany);
+    std::thread([&] {
+        allocations::Arm(0, allocations::Mode::FromThereOn);
+        for (void* block; blocks.size() < kMany && (block = TryAllocateBlock(kBytes)) != nullptr;) {
+            blocks.push_back(block);
+        }
+        bool failed = false;
+        try {
+            blocks.push_back(AllocateBlock(kBytes));
+        } catch (const std::bad_alloc&) {
+            failed = true;
+        }
+        allocations::Disarm();
+        EXPECT_LT(blocks.size(), std::size_t{kMany});
+        EXPECT_TRUE(failed);
+        blocks.push_back(AllocateBlock(kBytes));  // with memory again
+        for (void* const block : blocks) {
+            ReleaseBlock(block, kBytes);
+        }
+        ReleaseKeptBlocks();
+        allocations::Arm(0, allocations::Mode::FromThereOn);
+        void* const none = TryAllocateBlock(kBytes);  // of a thread that keeps slabs no longer
+        allocations::Disarm();
+        EXPECT_EQ(nullptr, none);
+    }).join();
+}
+
 TEST(Faults, ChangingTexts) {
     CheckUnderFaults(OnEachText("appending a unit", Strong, [](TString& t) { t += u'x'; }));
     CheckUnderFaults(OnEachText("appending", Strong, [](TString& t) { t += kLong; }));
@@ -81,6 +117,13 @@ TEST(Faults, ChangingTexts) {
     CheckUnderFaults(OnEachText("lengthening", Strong, [](TString& t) { t.resize(50'000); }));
     CheckUnderFaults(OnEachText("shortening", NoFail, [](TString& t) { t.resize(t.size() / 2); }));
     CheckUnderFaults(OnEachText("clearing", NoFail, [](TString& t) { t.clear(); }));
+    CheckUnderFaults({{"giving room back", NoFail, [] {
+                           auto text = std::make_shared<TString>(kLarge);
+                           text->reserve(100'000);
+                           return On(
+                               text, [](TString& t) { t.shrink_to_fit(); },
+                               [](const TString& t) { return t.ToUtf8(); });
+                       }}});
     CheckUnderFaults(OnEachText("room to write in", Strong, [](TString& t) { t.Accept(t.Extend(1000)); }));
     CheckUnderFaults(OnEachText("assigning", Strong, [](TString& t) { t = kLong; }));
     CheckUnderFaults(OnEachText("assigning much", Strong, [](TString& t) { t = kLarge; }));

@@ -72,6 +72,15 @@ const Captures kBoth = {R"("model":{"n": 5})", R"("model":{"n": 5})"};
 
 }  // namespace
 
+TEST(Capture, OfATextThatIsGoneIsEmpty) {
+    Writer writer(JSONSerializer::Compact, true, false);
+    writer.visitor.Parameter(L"a", L"1", PTC_Number);
+    writer.visitor.StartCapture();
+    writer.visitor.Parameter(L"b", L"2", PTC_Number);
+    writer.out.clear();
+    EXPECT_EQ("", writer.End());
+}
+
 TEST(Capture, DisabledAnswersNothingAndChangesNothing) {
     for (const bool nested : {false, true}) {
         Writer w(JSONSerializer::Compact, false, nested);

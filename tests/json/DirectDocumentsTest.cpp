@@ -421,6 +421,52 @@ TEST(DirectDocumentsOfWatchedBags, AreFilledAsAtLength) {
     }
 }
 
+// The bag of a member is stored before it is filled, and stored again; that of a structure gives way to nothing and
+// then to the structure. Members come in the order of their names.
+TEST(DirectDocumentsOfWatchedBags, SeeTheirNestedBagsBeforeTheseAreFilled) {
+    WatchingRegistry registry;
+    const JSONSerializer json(L"view");
+    for (const char* prefix : {"", "", kLongWay.data()}) {  // the first one fills the namespace
+        registry.notes.clear();
+        registry.plainFrom = 1;
+        const std::string text = R"({"subBag": {"subBag": {"n": 1}, "n": 2, "myModel": {"c": "x"}, "text": null}})";
+        const RefCntPtr<IParameters> bag = json.ToParameters(TString::FromUtf8(prefix + text));
+        EXPECT_EQ("sub-bag=(sub-bag=(n=1) my-model=(c=x) n=2)", BagDescription::Of(*bag));
+        EXPECT_EQ(" new new new set 70 set 81 set 70 null set 70 set 82 new set 60 set 82 set 60", registry.notes)
+            << prefix;
+    }
+}
+
+// The order is that of the names in the text, whichever they are: "text" is before "textList", "tx" behind "tl".
+TEST(DirectDocumentsOfWatchedBags, AreFilledInTheOrderOfTheNamesInForce) {
+    WatchingRegistry registry;
+    const JSONSerializer json(L"view");
+    const auto notesOf = [&](const wchar_t* text) {
+        for (int round = 0; round < 2; ++round) {  // the first one fills the namespace
+            registry.notes.clear();
+            registry.plainFrom = 1;
+            json.ToParameters(text);
+        }
+        return registry.notes;
+    };
+    EXPECT_EQ(" new new set 17 set 37", notesOf(LR"({"subBag": {"textList": ["a"], "text": "x"}})"));
+    const TestSession session(true);
+    EXPECT_EQ(" new new set 37 set 17", notesOf(LR"({"sb": {"tx": "x", "tl": ["a"]}})"));
+}
+
+// Whatever fails while a value is parsed and stored is a failure to parse it; other failures pass.
+TEST(DirectDocumentsOfNothing, ARegistryThatMakesNoBag) {
+    class EmptyRegistry final : public ViewRegistry {
+        RefCntPtr<IParameters> CreateParameters() override { return {}; }
+    };
+    EmptyRegistry registry;
+    const JSONSerializer json(L"view");
+    for (int round = 0; round < 2; ++round) {  // the first one fills the namespace
+        EXPECT_EQ("not parsed: 82", OutcomeOf([&] { return json.ToParameters(L"{\"n\": 1}"); }));
+        EXPECT_EQ("logic: m_ptr", OutcomeOf([&] { return json.ToParameters(L"{\"subBag\": {}}"); }));
+    }
+}
+
 TEST_F(DirectDocuments, MapsInsideEntriesKeepTheirKeys) {
     const std::string text =
         R"({"byKey":{"a":{"byKey":{"x":{"n":1},"y":{}}},"b":{"byKey":{"p":{},"q":null}},"c":{"n":2}}})";

@@ -258,3 +258,85 @@ TEST_F(JSONLocation, CopiesKeepIt) {
     ASSERT_NE(nullptr, copy);
     EXPECT_EQ("1:6 5 /a", Shown(copy->GetLocation()));
 }
+
+namespace {
+
+// Refuses to make a structure of a bag, a list of two elements, or a map without entries.
+class RefusingSerializer final : public BagStructureSerializer {
+public:
+    RefCntPtr<IParameter> FromParameters(int id, RefCntPtr<IParameters> bag) const override {
+        if (bag && bag->HasParameter(view::kN)) {
+            throw ParameterParseException(id);
+        }
+        return BagStructureSerializer::FromParameters(id, bag);
+    }
+    RefCntPtr<IParameter> MakeList(const std::vector<RefCntPtr<IParameter>>& elements) const override {
+        if (elements.size() != 1) {
+            throw ParameterParseException(0);
+        }
+        return BagStructureSerializer::MakeList(elements);
+    }
+    RefCntPtr<IParameter> MakeMap(const std::map<TString, RefCntPtr<IParameter>>& entries) const override {
+        if (entries.empty()) {
+            throw ParameterParseException(0);
+        }
+        return BagStructureSerializer::MakeMap(entries);
+    }
+};
+
+class JSONLocationOfStructures : public JSONTest {
+protected:
+    JSONLocationOfStructures() {
+        m_registry.Add(L"host", 2000, 2099, [](AbstractParamAdder& adder) {
+            adder.AddStructureList(2001, L"list", L"li", new RefusingSerializer);
+            adder.AddStructureMap(2002, L"map", L"ma", new RefusingSerializer);
+        });
+        m_registry.SetFallback(L"host", L"view");
+        m_json = JSONSerializer(L"host");
+    }
+
+    std::string PlaceOf(std::string_view text) { return Place(m_json).Of(text); }
+};
+
+TEST_F(JSONLocationOfStructures, AnElementThatItsSerializerRefuses) {
+    EXPECT_EQ("1:15 14 /list/1", PlaceOf(R"({"list": [{}, {"n": 1}]})"));
+    EXPECT_EQ("1:11 10 /list/0", PlaceOf(R"({"list":[ {"n": 1}]})"));
+}
+
+TEST_F(JSONLocationOfStructures, AnEntryThatItsSerializerRefuses) {
+    EXPECT_EQ("1:23 22 /map/b", PlaceOf(R"({"map":{"a": {}, "b": {"n": 1}}})"));
+}
+
+// At the last element that was read, or at the list itself.
+TEST_F(JSONLocationOfStructures, AListThatItsSerializerRefuses) {
+    EXPECT_EQ("1:9 8 /list", PlaceOf(R"({"list":[]})"));
+    EXPECT_EQ("no failure", PlaceOf(R"({"list":[{}]})"));
+    EXPECT_EQ("1:13 12 /list/1", PlaceOf(R"({"list":[{},{}]})"));
+    EXPECT_EQ("1:8 7 /map", PlaceOf(R"({"map":{}})"));
+}
+
+// A failure that knows its place already, since it comes out of another text.
+TEST(JSONLocationOfTexts, InsideTexts) {
+    class Inner final : public TStringSerializer {
+        RefCntPtr<IParameter> FromString(const TString& text) const override {
+            JSONSerializer(L"view").ToParameters(text);
+            return TStringSerializer::FromString(text);
+        }
+    };
+    class InnerModel final : public BagStructureSerializer {
+        RefCntPtr<IParameter> FromParameters(int, RefCntPtr<IParameters>) const override {
+            JSONSerializer(L"view").ToParameters(L"{\n  \"zzz\": 1}");
+            return {};
+        }
+    };
+    ViewRegistry registry;
+    registry.Add(L"host", 2000, 2099, [](AbstractParamAdder& adder) {
+        adder.AddStructure(2001, L"model", L"mo", new InnerModel);
+        adder.AddSimple(2002, L"text", L"te", new Inner);
+    });
+    const JSONSerializer json(L"host");
+    EXPECT_EQ("2:3 4 /zzz", Place(json).Of(R"({"model": {}})"));
+    EXPECT_EQ("1:10 9 /text", Place(json).Of(R"({"text": "{"})")) << "the registry's own failure takes its place";
+}
+
+}  // namespace

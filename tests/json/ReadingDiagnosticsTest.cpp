@@ -92,6 +92,10 @@ TEST_F(ReadingDiagnostics, IntegersThatWrap) {
     EXPECT_EQ("wrapped integer 32 @15 /bigList/1\n", NotesOf(R"({"bigList": [1,9999999999]})"));
 }
 
+TEST_F(ReadingDiagnostics, MinusZeroIsZero) {
+    EXPECT_EQ("", NotesOf(R"({"maxCount": -0, "intList": [-0, 0], "real": -0})"));
+}
+
 TEST_F(ReadingDiagnostics, TwoSpellingsOfAName) {
     EXPECT_EQ("duplicate member 10 @16 /max-count\n", NotesOf(R"({"maxCount": 1, "max-count": 2})"));
     EXPECT_EQ("max-count=1", Outcome(R"({"maxCount": 1, "max-count": 2})"));
@@ -204,6 +208,7 @@ TEST_F(ReadingDiagnostics, EveryLeniencyHasAText) {
     for (int leniency = 0; leniency <= static_cast<int>(Leniency::TextAfterValue); ++leniency) {
         EXPECT_STRNE("unknown leniency", GetLeniencyText(static_cast<Leniency>(leniency)));
     }
+    EXPECT_STREQ("unknown leniency", GetLeniencyText(static_cast<Leniency>(99)));
 }
 
 }  // namespace

@@ -111,6 +111,29 @@ TEST(BlockPool, AReleasedBlockIsTheNextOne) {
     EXPECT_EQ(at, second.At());
 }
 
+TEST(BlockPool, BlocksInUseStayWhenKeptOnesAreFreed) {
+    std::vector<Block> blocks;
+    for (const std::size_t bytes : {std::size_t{24}, std::size_t{200}, kLargestKeptBlock}) {
+        blocks.emplace_back(bytes, static_cast<unsigned char>(bytes));
+    }
+    ReleaseKeptBlocks();
+    for (const Block& block : blocks) {
+        EXPECT_TRUE(block.IsIntact());
+    }
+    const Block next(24, 9);
+    EXPECT_NE(blocks.front().At(), next.At());
+}
+
+// Whether a thread ends in the middle of a slab or with a full one, its blocks stay until they are released.
+TEST(BlockPool, BlocksStayWhenTheirThreadHasEnded) {
+    for (std::size_t count = 1; count <= 700; ++count) {
+        const std::vector<Block> blocks = OnAnotherThread([count] { return Blocks(count, 48); });
+        for (const Block& block : blocks) {
+            ASSERT_TRUE(block.IsIntact()) << count;
+        }
+    }
+}
+
 TEST(BlockPool, RandomOrderOfRandomSizes) {
     std::mt19937 random(7);
     std::vector<Block> blocks;

@@ -71,6 +71,8 @@ std::vector<DataValue> MakeAscending() {
         MakeTuple({1}),
         MakeTuple({1, 2}),
         MakeTuple({2}),
+        MakeTuple({DataValue::Null(DataType::Tuple)}),  // after every integer, by its type
+        MakeTuple({MakeTuple({1})}),
         DataValue::Null(DataType::Spatial),
         Spatial(u""),
         Spatial(u"POINT(1 2)"),
@@ -296,6 +298,7 @@ TEST(DataValue, MayBeUsedAfterItWasMovedFrom) {
     const DataValue target = std::move(source);
     EXPECT_EQ(MakeTuple({1}), target);
     EXPECT_NE(source, target);
+    EXPECT_NE(source < target, target < source);
     (void)std::hash<DataValue>()(source);
     source = 7;
     EXPECT_EQ(DataValue(7), source);

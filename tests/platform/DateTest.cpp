@@ -32,6 +32,13 @@ TEST(Date, KnowsWhichDaysExist) {
     }
 }
 
+TEST(DateTime, IsEqualWhereDayAndTimeAre) {
+    const DateTime dateTime(Day(2024, 2, 29), hours(1));
+    EXPECT_EQ(DateTime(Day(2024, 2, 29), hours(1)), dateTime);
+    EXPECT_NE(DateTime(Day(2024, 2, 28), hours(1)), dateTime);
+    EXPECT_NE(DateTime(Day(2024, 2, 29), hours(2)), dateTime);
+}
+
 TEST(DateTime, KeepsDayAndTime) {
     const DateTime dateTime(Day(2024, 2, 29), hours(23) + nanoseconds(1));
     EXPECT_EQ(Day(2024, 2, 29), dateTime.GetDate());

@@ -4,6 +4,8 @@
 
 #include <type_traits>
 
+#include <qvsys/RefCntPtr.h>
+
 #include "support/Printing.h"
 
 namespace {
@@ -30,6 +32,29 @@ public:
 private:
     int& m_destroyed;
 };
+
+// Hands out references of its own while it is made.
+class SelfSharing : public RefCntObject {
+public:
+    SelfSharing(int& destroyed, RefCntPtr<SelfSharing>& own) : m_destroyed(destroyed) {
+        own = RefCntPtr<SelfSharing>(this);
+    }
+    ~SelfSharing() override { ++m_destroyed; }
+
+private:
+    int& m_destroyed;
+};
+
+TEST(RefCntObject, StaysForReferencesThatItsConstructorHandedOut) {
+    int destroyed = 0;
+    RefCntPtr<SelfSharing> own;
+    RefCntPtr<SelfSharing> made = MakeRefCnt<SelfSharing>(destroyed, own);
+    EXPECT_EQ(own, made);
+    made.Reset();
+    EXPECT_EQ(0, destroyed);
+    own.Reset();
+    EXPECT_EQ(1, destroyed);
+}
 
 TEST(RefCntObject, GoesWithItsOnlyReference) {
     int destroyed = 0;

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <functional>
+#include <stdexcept>
+#include <string>
 #include <utility>
 
 #include "support/Printing.h"
@@ -49,6 +51,52 @@ TEST(TString, WideCharactersBecomeOneOrTwoUnits) {
         EXPECT_EQ(c.text, TString(std::wstring_view(wide, 1)));
         EXPECT_EQ(c.text, TString::FromStdWString(std::wstring(wide, 1)));
     }
+}
+
+TEST(TString, TextsBeyondWhatMemoryCanHoldFailAndChangeNothing) {
+    constexpr std::size_t kTooLong = static_cast<std::size_t>(-1) / 4;
+    for (TString text : {TString(L"short"), TString(100, u'x')}) {
+        const TString before = text;
+        EXPECT_THROW(text.reserve(kTooLong), std::length_error);
+        EXPECT_THROW(text.append(kTooLong, u'x'), std::length_error);
+        EXPECT_EQ(before, text);
+    }
+}
+
+TEST(TString, AssignedToItselfStaysAsItIs) {
+    for (TString text : {TString(L"short"), TString(100, u'x')}) {
+        const TString before = text;
+        TString& same = text;
+        text = same;
+        EXPECT_EQ(before, text);
+        text = std::move(same);
+        EXPECT_EQ(before, text);
+    }
+}
+
+TEST(TString, ShrinkingKeepsTheText) {
+    TString text(100'000, u'x');
+    text.resize(1000);
+    text.shrink_to_fit();
+    EXPECT_EQ(TString(1000, u'x'), text);
+    EXPECT_LT(text.capacity(), 2000U);
+    text.shrink_to_fit();  // again: there is nothing to give back
+    EXPECT_EQ(TString(1000, u'x'), text);
+    TString shortText(L"short");
+    shortText.shrink_to_fit();
+    EXPECT_EQ(L"short", shortText);
+}
+
+TEST(TString, StandardTextsAreAppended) {
+    TString text(L"a");
+    text += std::u16string(u"bc");
+    EXPECT_EQ(L"abc", text);
+}
+
+// No character begins with these bytes, nor do those that may follow others.
+TEST(TString, BytesThatNeverStandInUtf8) {
+    EXPECT_EQ(TString(5, 0xFFFD), TString::FromUtf8("\xF8\x88\x80\x80\x80"));
+    EXPECT_EQ(TString(3, 0xFFFD), TString::FromUtf8("\xF5\x80\xFF"));
 }
 
 TEST(TString, HoldsNuls) {

@@ -18,6 +18,15 @@ TEST(TUUID, IsNilAtFirst) {
     EXPECT_EQ(TUUID(L"00000000-0000-0000-0000-000000000000"), TUUID());
 }
 
+TEST(TUUID, IsOrderedByItsText) {
+    const TUUID low(L"00000000-0000-0000-0000-0000000000ff");
+    const TUUID high(L"00000000-0000-0000-0000-000000000100");
+    EXPECT_LT(low, high);
+    EXPECT_GT(high, low);
+    EXPECT_LE(low, low);
+    EXPECT_GE(low, low);
+}
+
 TEST(TUUID, TextReadsBackToTheSameIdentifier) {
     const TUUID uuid(L"ffffffff-0000-8000-0001-00c04fd430c8");
     EXPECT_EQ(uuid, TUUID(uuid.ToString(0)));

@@ -10,6 +10,7 @@
 
 #include "support/Failures.h"
 #include "support/Printing.h"
+#include "support/Sanitized.h"
 #include "support/TypedValues.h"
 
 namespace {
@@ -133,17 +134,9 @@ TEST(DataValueTextFailures, CheckedFromLeftToRight) {
     EXPECT_THAT(Doing([] { Read(L"t:x"); }), ThrowsSerializerCheck("Tuple should begin and end with square brackets"));
 }
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define QV_TEST_SANITIZED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define QV_TEST_SANITIZED
-#endif
-#endif
-
 namespace {
 
-// The processor time that work takes at best, in milliseconds; 0 under sanitizers, which slow everything down.
+// The processor time that work takes at best, in milliseconds; 0 where sanitizers or counting slow everything down.
 template <class Work>
 double Milliseconds(Work work) {
     double best = 1e9;
@@ -153,11 +146,7 @@ double Milliseconds(Work work) {
         const std::clock_t end = std::clock();
         best = std::min(best, 1000.0 * static_cast<double>(end - start) / CLOCKS_PER_SEC);
     }
-#ifdef QV_TEST_SANITIZED
-    return 0;
-#else
-    return best;
-#endif
+    return QV_TEST_SANITIZED || QV_TEST_COUNTED ? 0 : best;
 }
 
 constexpr std::size_t kMillion = 1000000;

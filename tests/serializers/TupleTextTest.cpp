@@ -198,6 +198,13 @@ TEST(TupleText, PiecesThatStartNoElement) {
     }
 }
 
+// Of tuples in tuples, the inside of each must be long enough.
+TEST(TupleText, InnerPiecesThatStartNoElement) {
+    for (const wchar_t* text : {L"[t:[]]", L"[t:[x]]", L"[t:[t:[]]]", L"[i:1],[t:[:]]"}) {
+        EXPECT_THAT([&] { Read(text); }, ThrowsSerializerCheck(kLength)) << text;
+    }
+}
+
 TEST(TupleText, OpenElementsOfOtherTypes) {
     for (const wchar_t* text : {L"[i:1,2]", L"[i:1,[i:2]", L"[i:1],[b:true,[i:2]", L"[i:null,x]", L"[u:null,,]",
                                 L"[r:::1,5]", L"[d:2024-02-29,1]"}) {

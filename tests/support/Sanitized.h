@@ -13,3 +13,8 @@
 #ifndef QV_TEST_SANITIZED
 #define QV_TEST_SANITIZED 0
 #endif
+
+// Whether lines and branches are counted, so that the libraries are several times slower. Set by the build.
+#ifndef QV_TEST_COUNTED
+#define QV_TEST_COUNTED 0
+#endif
