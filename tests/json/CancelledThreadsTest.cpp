@@ -83,6 +83,27 @@ TEST_F(CancelledThreads, WhileAValueIsParsed) {
     parse();
 }
 
+// The name is of one namespace, its identifier covered by another one, which is filled while the text is read.
+TEST_F(CancelledThreads, WhileANamespaceIsFilled) {
+    const auto fill = [](AbstractParamAdder& adder) {
+        CancelThread();
+        adder.AddSimple(3007, L"seven-of-one", L"s1", new ParameterTypeSerializer<int>);
+    };
+    m_registry.Add(L"one", 3000, 3009, fill);
+    m_registry.RegisterNamespace(
+        L"two",
+        [](AbstractParamAdder& adder) {
+            adder.AddSimple(3007, L"seven-of-two", L"s2", new ParameterTypeSerializer<int>);
+        },
+        3005, 3020, true);
+    const JSONSerializer json(L"two");
+    const auto read = [&] {
+        EXPECT_EQ("seven-of-one=5", BagDescription::Of(*json.ToParameters(L"{\"sevenOfTwo\": 5}")));
+    };
+    EXPECT_TRUE(IsCancelled(read));
+    read();
+}
+
 TEST_F(CancelledThreads, WhileAScalarIsStored) {
     const JSONSerializer json(L"view");
     const auto read = [&] { EXPECT_EQ("max-count=5", BagDescription::Of(*json.ToParameters(L"{\"maxCount\": 5}"))); };
