@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstddef>
@@ -11,6 +10,10 @@
 #include <limits>
 #include <type_traits>
 #include <vector>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace qvpreslayer::detail {
 
@@ -50,19 +53,52 @@ struct Elements {
         return vector;
     }
 
+    static Vector All(T value) noexcept { return Vector{} + value; }
+
     // From first on, each one step further.
     static Vector Upwards(T first, T step) noexcept {
-        Vector vector{};
-        for (std::ptrdiff_t i = 0; i < kCount; ++i) {
-            vector[i] = static_cast<T>(first + step * static_cast<T>(i));
+        Vector vector = All(first);
+        if constexpr (kCount == 2) {
+            vector += All(step) & Vector{0, static_cast<T>(-1)};
+        } else {
+            static_assert(kCount == 4);
+            vector += All(step) & Vector{0, static_cast<T>(-1), 0, static_cast<T>(-1)};
+            vector += All(static_cast<T>(2 * step)) & Vector{0, 0, static_cast<T>(-1), static_cast<T>(-1)};
         }
         return vector;
     }
 
-    template <class V>
-    static bool IsZero(V vector) noexcept {
-        const auto words = std::bit_cast<std::array<std::uint64_t, 2>>(vector);
-        return (words[0] | words[1]) == 0;
+    // A bit for each element that is equal in both, the first one's lowest.
+    static unsigned Equal(Vector left, Vector right) noexcept {
+        const auto lanes = left == right;
+#if defined(__SSE2__)
+        if constexpr (kCount == 2) {
+            return static_cast<unsigned>(_mm_movemask_pd(std::bit_cast<__m128d>(lanes)));
+        } else {
+            return static_cast<unsigned>(_mm_movemask_ps(std::bit_cast<__m128>(lanes)));
+        }
+#else
+        unsigned equal = 0;
+        for (std::ptrdiff_t i = 0; i < kCount; ++i) {
+            equal |= lanes[i] != 0 ? 1u << i : 0u;
+        }
+        return equal;
+#endif
+    }
+
+    // Takes elements from at on, two vectors at a time, as long as they are those of next, which goes on by stride;
+    // answers whether all were, up to the last two whole vectors before end.
+    static bool Match(const T*& at, const T* end, Vector next, Vector stride) noexcept {
+        constexpr unsigned kAll = (1u << 2 * kCount) - 1;
+        for (; end - at >= 2 * kCount; at += 2 * kCount) {
+            const unsigned equal = Equal(At(at), next) | Equal(At(at + kCount), next + stride) << kCount;
+            if (equal != kAll) {
+                at += std::countr_one(equal);
+                return false;
+            }
+            next += 2 * stride;
+        }
+        return true;
     }
 };
 
@@ -85,13 +121,10 @@ public:
     const T* Continue(const T* at, const T* end) noexcept {
         const T* const begin = at;
         using Block = Elements<T>;
-        const auto first = Block::Upwards(m_run.first, 0);
-        while (end - at >= 2 * Block::kCount &&
-               Block::IsZero((Block::At(at) != first) | (Block::At(at + Block::kCount) != first))) {
-            at += 2 * Block::kCount;
-        }
-        while (at != end && *at == m_run.first) {
-            ++at;
+        if (Block::Match(at, end, Block::All(m_run.first), Block::All(0))) {
+            while (at != end && *at == m_run.first) {
+                ++at;
+            }
         }
         m_run.length += m_run.length == 0 ? 0 : static_cast<std::size_t>(at - begin);
         return m_run.length == 0 ? begin : at;
@@ -140,19 +173,16 @@ public:
             return at;
         }
         const auto step = static_cast<Magnitude>(m_run.descending ? 0 - m_run.step : m_run.step);
-        const std::size_t count = std::min(static_cast<std::size_t>(end - at), StepsToTheLimit());
+        const std::size_t count = StepsWithinTheType(static_cast<std::size_t>(end - at));
         const T* const begin = at;
         auto expected = static_cast<Magnitude>(static_cast<Magnitude>(m_last) + step);
         using Block = Elements<Magnitude>;
-        const auto stride = Block::Upwards(static_cast<Magnitude>(step * Block::kCount), 0);
-        for (auto next = Block::Upwards(expected, step); begin + count - at >= 2 * Block::kCount; next += 2 * stride) {
-            if (!Block::IsZero((Block::At(at) ^ next) | (Block::At(at + Block::kCount) ^ (next + stride)))) {
-                break;
-            }
-            at += 2 * Block::kCount;
-        }
+        const auto stride = Block::All(static_cast<Magnitude>(step * Block::kCount));
+        const auto* place = reinterpret_cast<const Magnitude*>(at);  // the unsigned type of the same values
+        const bool all = Block::Match(place, place + count, Block::Upwards(expected, step), stride);
+        at = reinterpret_cast<const T*>(place);
         expected = static_cast<Magnitude>(expected + step * static_cast<Magnitude>(at - begin));
-        while (at != begin + count && static_cast<Magnitude>(*at) == expected) {
+        while (all && at != begin + count && static_cast<Magnitude>(*at) == expected) {
             ++at;
             expected = static_cast<Magnitude>(expected + step);
         }
@@ -213,13 +243,16 @@ private:
                                                    : static_cast<Magnitude>(left) - static_cast<Magnitude>(right));
     }
 
-    // How often the step can be taken from the newest element on without leaving the type.
-    std::size_t StepsToTheLimit() const noexcept {
-        if (m_run.step == 0) {
-            return std::numeric_limits<std::size_t>::max();
-        }
+    // How often, up to wanted times, the step can be taken from the newest element on without leaving the type.
+    std::size_t StepsWithinTheType(std::size_t wanted) const noexcept {
         const T limit = m_run.descending ? std::numeric_limits<T>::min() : std::numeric_limits<T>::max();
-        return static_cast<std::size_t>(Distance(m_last, limit) / m_run.step);
+        const Magnitude distance = Distance(m_last, limit);
+        std::uint64_t reach = 0;
+        if (!__builtin_mul_overflow(std::uint64_t{m_run.step}, std::uint64_t{wanted}, &reach) && reach <= distance)
+            [[likely]] {
+            return wanted;
+        }
+        return static_cast<std::size_t>(distance / m_run.step);
     }
 
     void Open(T value) {
