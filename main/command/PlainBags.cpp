@@ -3,9 +3,9 @@
 // clang use), no bag is plain.
 #include <qvpreslayer/detail/PlainBags.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <optional>
 
 #include <qvpreslayer/BaseParameters.h>
 
@@ -13,20 +13,22 @@ namespace qvpreslayer::detail {
 
 namespace {
 
-// Where the table of virtual functions holds a function, in bytes from its start.
-template <class Function>
-std::optional<std::ptrdiff_t> PlaceOf([[maybe_unused]] Function function) noexcept {
 #if defined(__GXX_ABI_VERSION) && defined(__x86_64__)
+constexpr bool kPlacesAreKnown = true;
+#else
+constexpr bool kPlacesAreKnown = false;
+#endif
+
+// Where the table of virtual functions holds a function, in bytes from its start. The compiler works it out.
+template <class Function>
+std::ptrdiff_t PlaceOf(Function function) noexcept {
     struct {
         std::ptrdiff_t placeAndOne;
         std::ptrdiff_t adjustment;
-    } pointer;
-    static_assert(sizeof(pointer) == sizeof(function));
-    std::memcpy(&pointer, &function, sizeof(pointer));
+    } pointer{};
+    static_assert(!kPlacesAreKnown || sizeof(pointer) == sizeof(function));
+    std::memcpy(&pointer, &function, std::min(sizeof(pointer), sizeof(function)));
     return pointer.placeAndOne - 1;
-#else
-    return std::nullopt;
-#endif
 }
 
 const void* FunctionAt(const IParameters& bag, std::ptrdiff_t place) noexcept {
@@ -49,36 +51,48 @@ private:
 class PlainFunctions {
 public:
     PlainFunctions() noexcept {
-        const ReferenceBag reference;
-        if (m_accept && m_setParameter && m_getParameter) {
-            m_acceptFunction = FunctionAt(reference, *m_accept);
-            m_setParameterFunction = FunctionAt(reference, *m_setParameter);
-            m_getParameterFunction = FunctionAt(reference, *m_getParameter);
+        if constexpr (kPlacesAreKnown) {
+            const ReferenceBag reference;
+            m_accept = AcceptOf(reference);
+            m_setParameter = SetParameterOf(reference);
+            m_getParameter = GetParameterOf(reference);
         }
     }
 
     bool AreThoseOf(const IParameters& bag) const noexcept {
-        return m_acceptFunction != nullptr && FunctionAt(bag, *m_accept) == m_acceptFunction &&
-               FunctionAt(bag, *m_setParameter) == m_setParameterFunction &&
-               FunctionAt(bag, *m_getParameter) == m_getParameterFunction;
+        if constexpr (!kPlacesAreKnown) {
+            return false;
+        }
+        return AcceptOf(bag) == m_accept && SetParameterOf(bag) == m_setParameter &&
+               GetParameterOf(bag) == m_getParameter;
     }
 
 private:
-    std::optional<std::ptrdiff_t> m_accept = PlaceOf(&IParameters::Accept);
-    std::optional<std::ptrdiff_t> m_setParameter = PlaceOf(&IParameters::SetParameter);
-    std::optional<std::ptrdiff_t> m_getParameter =
-        PlaceOf(static_cast<const IParameter& (IParameters::*)(int) const>(&IParameters::GetParameter));
-    const void* m_acceptFunction = nullptr;
-    const void* m_setParameterFunction = nullptr;
-    const void* m_getParameterFunction = nullptr;
+    static const void* AcceptOf(const IParameters& bag) noexcept {
+        return FunctionAt(bag, PlaceOf(&IParameters::Accept));
+    }
+    static const void* SetParameterOf(const IParameters& bag) noexcept {
+        return FunctionAt(bag, PlaceOf(&IParameters::SetParameter));
+    }
+    static const void* GetParameterOf(const IParameters& bag) noexcept {
+        using Get = const IParameter& (IParameters::*)(int) const;
+        return FunctionAt(bag, PlaceOf(static_cast<Get>(&IParameters::GetParameter)));
+    }
+
+    const void* m_accept = nullptr;
+    const void* m_setParameter = nullptr;
+    const void* m_getParameter = nullptr;
 };
+
+// Apart from those who only look, and need no stack for it.
+[[gnu::noinline]] PlainFunctions MakePlainFunctions() noexcept { return PlainFunctions(); }
 
 }  // namespace
 
 // A table that holds both functions of BaseParameters belongs to that part of an object: where the part is not at the
 // start, other functions stand there, which find it.
 ParameterTable* PlainBags::Find(IParameters& bag) noexcept {
-    static const PlainFunctions s_plain;
+    static const PlainFunctions s_plain = MakePlainFunctions();
     return s_plain.AreThoseOf(bag) ? &static_cast<BaseParameters&>(bag).m_parameters : nullptr;
 }
 

@@ -484,10 +484,11 @@ bool DirectWriter::WriteBags(const Record& parameter, const IParameter& value, b
     char16_t* to = StartMember(parameter, first, 0);
     *to++ = u'[';
     m_sink.Accept(to);
+    bool firstBag = true;
     for (const Bag& bag : *bags) {
-        if (&bag != &bags->front()) {
-            m_sink.Put(u',');
-        }
+        to = m_sink.Room(1);
+        *to = u',';
+        m_sink.Accept(to + (std::exchange(firstBag, false) ? 0 : 1));
         WriteNested(*bag, *FindNested(bag));
     }
     m_sink.Put(u']');
