@@ -354,6 +354,14 @@ TEST_F(JSONDifferential, PlainTextsAreReadAlike) {
     }
 }
 
+// Numbers that no double is near enough to are zero, with exponents of any length.
+TEST_F(JSONDifferential, TooSmallNumbersAreZeroForAll) {
+    for (const char16_t* number : {u"2.4703282292062327e-326", u"-2.4703282292062327e-326", u"1e-324", u"2e-400",
+                                   u"1e-400132915048565909742598", u"-0.5E-99999999999999999999"}) {
+        CompareAll(u"{\"u\" :true,\"t\":" + std::u16string(number) + u"}");
+    }
+}
+
 TEST_F(JSONDifferential, DifferencesAreByRule) {
     TextGenerator generator(Seed(20240518));
     for (int i = 0; i < Rounds(3000); ++i) {

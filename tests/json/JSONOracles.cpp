@@ -1,6 +1,7 @@
 #include "json/JSONOracles.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <regex>
 #include <stdexcept>
 #include <string_view>
@@ -116,8 +117,9 @@ std::u16string WithoutComments(std::u16string_view text) {
     return result;
 }
 
-// The text with every real zero written as 0.0. RapidJSON answers other numbers for some of those with an exponent, or
-// refuses them; Boost.JSON answers a NaN for some.
+// The text with every real that is zero, or too small for a double, written as 0.0. RapidJSON answers other numbers for
+// some of those with an exponent, or refuses them; Boost.JSON answers a NaN for some, and refuses exponents that do not
+// fit its counter.
 std::u16string WithPlainZeros(std::u16string_view text) {
     constexpr std::u16string_view kOfNumbers = u"0123456789+-.eE";
     std::u16string result;
@@ -127,9 +129,9 @@ std::u16string WithPlainZeros(std::u16string_view text) {
             end = std::min(text.find_first_not_of(kOfNumbers, i), text.size());
             const std::string number(text.begin() + static_cast<std::ptrdiff_t>(i),
                                      text.begin() + static_cast<std::ptrdiff_t>(end));
-            static const std::regex kRealZero("(-?)0(\\.0+([eE][+-]?[0-9]+)?|[eE][+-]?[0-9]+)");
+            static const std::regex kReal("(-?)(0|[1-9][0-9]*)(\\.[0-9]+([eE][+-]?[0-9]+)?|[eE][+-]?[0-9]+)");
             std::smatch parts;
-            if (std::regex_match(number, parts, kRealZero)) {
+            if (std::regex_match(number, parts, kReal) && std::strtod(number.c_str(), nullptr) == 0) {
                 result += parts[1].length() != 0 ? u"-0.0" : u"0.0";
                 i = end;
                 continue;
