@@ -61,7 +61,6 @@ private:
     void HandOverAll(const Bag& bag);
 
     const Record* FindRecord(int id) const;
-    bool HasName(const ParameterInfo& info) const;
 
     bool WriteList(const Record& parameter, const IParameter& value, bool first);
     bool WriteMap(const Record& parameter, const IParameter& value, bool first);
