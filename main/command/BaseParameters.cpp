@@ -19,14 +19,6 @@ void Store(ParameterTable& table, int id, RefCntPtr<IParameter> value) {
     }
 }
 
-IParameter& Get(const ParameterTable& table, int id) {
-    IParameter* value = table.Find(id);
-    if (value == nullptr) {
-        throw MissingParameterCommandException(id);
-    }
-    return *value;
-}
-
 void StoreAll(const ParameterTable& from, ParameterTable& to) {
     from.ForEach([&to](int id, const RefCntPtr<IParameter>& value) { to.Set(id, value); });
 }
@@ -51,23 +43,15 @@ BaseParameters::~BaseParameters() { ReleaseQueue::Release(m_parameters, m_cacheP
 
 void BaseParameters::SetParameter(int id, RefCntPtr<IParameter> value) { Store(m_parameters, id, std::move(value)); }
 
-IParameter& BaseParameters::GetParameter(int id) { return Get(m_parameters, id); }
-
 const IParameter& BaseParameters::GetParameter(int id) const { return Get(m_parameters, id); }
-
-bool BaseParameters::HasParameter(int id) const { return m_parameters.Find(id) != nullptr; }
 
 void BaseParameters::SetCacheParameter(int id, RefCntPtr<IParameter> value) const {
     Store(m_cacheParameters, id, std::move(value));
 }
 
-const IParameter& BaseParameters::GetCacheParameter(int id) const { return Get(m_cacheParameters, id); }
-
-bool BaseParameters::HasCacheParameter(int id) const { return m_cacheParameters.Find(id) != nullptr; }
-
 void BaseParameters::RemoveParameter(int id) {
     if (!m_parameters.Erase(id)) {
-        throw MissingParameterCommandException(id);
+        ThrowMissing(id);
     }
 }
 
@@ -76,6 +60,8 @@ void BaseParameters::RemoveOptionalParameter(int id) { m_parameters.Erase(id); }
 void BaseParameters::Accept(IParameterVisitor& visitor) const {
     m_parameters.ForEach([&visitor](int id, const RefCntPtr<IParameter>& value) { visitor.VisitParameter(id, value); });
 }
+
+void BaseParameters::ThrowMissing(int id) { throw MissingParameterCommandException(id); }
 
 RefCntPtr<BaseParameters> BaseParameters::EmptyClone() const {
     // Making an empty bag of the same class changes nothing here; the operation that classes override is not const.

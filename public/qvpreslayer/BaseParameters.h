@@ -31,16 +31,16 @@ public:
 
     // The value under id, valid until it is replaced or removed; MissingParameterCommandException(id) when there is
     // none.
-    IParameter& GetParameter(int id) override;
-    const IParameter& GetParameter(int id) const override;
+    IParameter& GetParameter(int id) override { return Get(m_parameters, id); }
+    const IParameter& GetParameter(int id) const override;  // not inline: PlainBags compares where it stands
 
-    bool HasParameter(int id) const override;
+    bool HasParameter(int id) const override { return m_parameters.Find(id) != nullptr; }
 
     // Cache entries stand beside the parameters, under identifiers of their own; the same rules hold for them. They
     // may be stored in a const bag, travel with Copy and Clone, and are never visited, so that they reach no text.
     void SetCacheParameter(int id, RefCntPtr<IParameter> value) const override;
-    const IParameter& GetCacheParameter(int id) const override;
-    bool HasCacheParameter(int id) const override;
+    const IParameter& GetCacheParameter(int id) const override { return Get(m_cacheParameters, id); }
+    bool HasCacheParameter(int id) const override { return m_cacheParameters.Find(id) != nullptr; }
 
     // Removes the entry of id. RemoveParameter throws MissingParameterCommandException(id) when there is none and
     // leaves the bag as it was; RemoveOptionalParameter accepts that: a command may legitimately lack some.
@@ -69,6 +69,16 @@ protected:
 
 private:
     friend class qvpreslayer::detail::PlainBags;
+
+    static IParameter& Get(const qvpreslayer::detail::ParameterTable& table, int id) {
+        IParameter* const value = table.Find(id);
+        if (value == nullptr) [[unlikely]] {
+            ThrowMissing(id);
+        }
+        return *value;
+    }
+
+    [[noreturn]] static void ThrowMissing(int id);
 
     qvpreslayer::detail::ParameterTable m_parameters;               // no null pointers
     mutable qvpreslayer::detail::ParameterTable m_cacheParameters;  // likewise
