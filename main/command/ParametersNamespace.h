@@ -36,6 +36,10 @@ public:
         return m_needInit.load(std::memory_order_acquire) ? nullptr : &m_namespace;
     }
 
+    // Whether the registry finds the records without asking here. Changed by the registry alone.
+    bool IsPublished() const noexcept { return m_published.load(std::memory_order_acquire); }
+    void MarkPublished(bool published) noexcept { m_published.store(published, std::memory_order_release); }
+
     // The tables as they are, for what does not depend on their being filled.
     int FirstID() const noexcept { return m_namespace.FirstID(); }
     int LastID() const noexcept { return m_namespace.LastID(); }
@@ -44,8 +48,9 @@ private:
     void Fill();
 
     EagerParametersNamespace m_namespace;
-    std::atomic<bool> m_needInit{true};  // until the registration functions have run
-    bool m_filling = false;              // while they run; guarded by m_mutex
-    TRecursiveMutex m_mutex;             // held while filling
+    std::atomic<bool> m_needInit{true};    // until the registration functions have run
+    std::atomic<bool> m_published{false};  // its records are in the table of all
+    bool m_filling = false;                // while they run; guarded by m_mutex
+    TRecursiveMutex m_mutex;               // held while filling
     std::vector<RegistrationFunction> m_functions;
 };

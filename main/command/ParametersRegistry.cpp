@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <atomic>
 #include <map>
+#include <mutex>
+#include <new>
 
 #include <cxxabi.h>
 
@@ -13,6 +15,7 @@
 
 #include "main/command/IdSegments.h"
 #include "main/command/ParametersNamespace.h"
+#include "main/command/PublishedInfos.h"
 #include "main/command/SourceModule.h"
 
 namespace {
@@ -28,10 +31,14 @@ std::uint64_t NewGeneration() noexcept {
 }  // namespace
 
 struct ParametersRegistry::Impl {
+    explicit Impl(PublishedInfos::Place& place) noexcept : infos(place) {}
+
     std::map<TString, RefCntPtr<ParametersNamespace>> namespaces;
     boost::unordered_flat_set<int> unserializable;
     std::map<TString, TString> fallbacks;  // from a namespace to the one that is asked next
     IdSegments segments;                   // follows from namespaces
+    PublishedInfos infos;                  // of the filled namespaces that are marked as published
+    std::mutex publishing;                 // held while infos grows
     std::uint64_t generation = NewGeneration();
     bool overlaps = false;  // some ranges had identifiers in common once
 
@@ -44,18 +51,56 @@ struct ParametersRegistry::Impl {
         return *found->second;
     }
 
-    // The filled tables that cover id; ParameterNotFoundException when none do.
-    const EagerParametersNamespace& Covering(int id) const {
-        ParametersNamespace* owner = segments.Find(id);
+    // The record of id in its namespace, or null. The next time it is found among infos.
+    const ParameterInfo* FindIn(ParametersNamespace& owner, int id) {
+        const ParameterInfo* const record = owner.Filled().Find(id);
+        if (!owner.IsPublished()) [[unlikely]] {
+            Publish(owner);
+        }
+        return record;
+    }
+
+    // Makes the records of a namespace found among infos. What cannot be done now, because the namespace is just being
+    // filled, another thread is at it or there is no memory, is left to a later lookup: that costs time only.
+    void Publish(ParametersNamespace& space) noexcept {
+        const EagerParametersNamespace* const tables = space.FindFilled();
+        const std::unique_lock<std::mutex> lock(publishing, std::try_to_lock);
+        if (tables == nullptr || !lock.owns_lock() || space.IsPublished()) {
+            return;
+        }
+        try {
+            std::vector<const ParameterInfo*> records = tables->Records();
+            std::erase_if(records, [&](const ParameterInfo* record) { return segments.Find(record->id) != &space; });
+            infos.Add(records);
+            space.MarkPublished(true);
+        } catch (const std::bad_alloc&) {
+        }
+    }
+
+    // For when a record belongs to its identifier no longer.
+    void Unpublish() noexcept {
+        infos.Clear();
+        for (const auto& [name, space] : namespaces) {
+            space->MarkPublished(false);
+        }
+    }
+
+    // The record of id, or null; ParameterNotFoundException when no namespace covers it.
+    const ParameterInfo* Covered(int id) {
+        const ParameterInfo* const record = infos.Find(id);
+        if (record != nullptr) {
+            return record;
+        }
+        ParametersNamespace* const owner = segments.Find(id);
         if (owner == nullptr) {
             throw ParameterNotFoundException(id);
         }
-        return owner->Filled();
+        return FindIn(*owner, id);
     }
 
     // The record of id, of that kind; ParameterNotFoundException for any other.
-    const ParameterInfo& Record(int id, ParameterTypeCategory kind) const {
-        const ParameterInfo* record = Covering(id).Find(id);
+    const ParameterInfo& Record(int id, ParameterTypeCategory kind) {
+        const ParameterInfo* record = Covered(id);
         if (record == nullptr || record->kind != kind) {
             throw ParameterNotFoundException(id);
         }
@@ -76,6 +121,7 @@ struct ParametersRegistry::Impl {
         const auto place = namespaces.emplace(name, std::move(added)).first;
         try {
             SegmentsWithout(nullptr).Swap(segments);
+            Unpublish();
             overlaps = true;
             generation = NewGeneration();
         } catch (...) {
@@ -96,7 +142,7 @@ struct ParametersRegistry::Impl {
     }
 };
 
-ParametersRegistry::ParametersRegistry() : m_impl(std::make_unique<Impl>()) {}
+ParametersRegistry::ParametersRegistry() : m_impl(std::make_unique<Impl>(m_infos)) {}
 
 ParametersRegistry::~ParametersRegistry() = default;
 
@@ -178,6 +224,7 @@ void ParametersRegistry::Clear(const TString& name) {
         m_impl->unserializable.erase(row.id);
     }
     std::erase_if(m_impl->fallbacks, [&](const auto& link) { return link.first == removed || link.second == removed; });
+    m_impl->Unpublish();
     segments.Swap(m_impl->segments);
     m_impl->namespaces.erase(removed);
     m_impl->generation = NewGeneration();
@@ -185,6 +232,7 @@ void ParametersRegistry::Clear(const TString& name) {
 
 void ParametersRegistry::Clear() {
     m_impl->generation = NewGeneration();
+    m_impl->infos.Clear();
     m_impl->segments.Clear();
     m_impl->namespaces.clear();
     m_impl->overlaps = false;
@@ -211,7 +259,7 @@ int ParametersRegistry::GetID(const TString& namespaceName, const TString& name,
 }
 
 const TString& ParametersRegistry::GetName(int id, bool verbose) const {
-    const ParameterInfo* record = m_impl->Covering(id).Find(id);
+    const ParameterInfo* record = m_impl->Covered(id);
     if (record != nullptr) {
         const TString& name = verbose ? record->verboseName : record->shortName;
         if (!name.empty()) {
@@ -222,7 +270,7 @@ const TString& ParametersRegistry::GetName(int id, bool verbose) const {
 }
 
 ParameterTypeCategory ParametersRegistry::GetType(int id) const {
-    const ParameterInfo* record = m_impl->Covering(id).Find(id);
+    const ParameterInfo* record = m_impl->Covered(id);
     if (record == nullptr || record->kind == PTC_None) {
         throw ParameterNotFoundException(id);
     }
@@ -250,7 +298,7 @@ IStructureSerializer* ParametersRegistry::GetStructureMapSerializer(int id) cons
 }
 
 IParameterSerializer* ParametersRegistry::GetValueSerializer(int id) const {
-    const ParameterInfo* record = m_impl->Covering(id).Find(id);
+    const ParameterInfo* record = m_impl->Covered(id);
     return record == nullptr ? nullptr : record->serializer.Get();
 }
 
@@ -278,9 +326,9 @@ void ParametersRegistry::SetFromString(int id, const RefCntPtr<IParameters>& par
     }
 }
 
-const ParameterInfo* ParametersRegistry::FindInfo(int id) const {
+const ParameterInfo* ParametersRegistry::FindUnpublished(int id) const {
     ParametersNamespace* owner = m_impl->segments.Find(id);
-    return owner == nullptr ? nullptr : owner->Filled().Find(id);
+    return owner == nullptr ? nullptr : m_impl->FindIn(*owner, id);
 }
 
 const TString* ParametersRegistry::FindFallback(const TString& namespaceName) const noexcept {

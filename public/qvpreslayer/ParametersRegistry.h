@@ -14,6 +14,7 @@
 // throw.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -29,6 +30,7 @@
 #include <qvpreslayer/IParameters.h>
 #include <qvpreslayer/ParameterTypeCategory.h>
 #include <qvpreslayer/detail/DirectText.h>
+#include <qvpreslayer/detail/InfoTable.h>
 
 // One row of a namespace listing.
 struct ParameterRegistryinfo {
@@ -148,7 +150,11 @@ public:
     void SetFromString(int id, const RefCntPtr<IParameters>& params, const TString& valueText) const;
 
     // Everything about id in one lookup, or null when it is not registered. Valid until its namespace is cleared.
-    const ParameterInfo* FindInfo(int id) const;
+    const ParameterInfo* FindInfo(int id) const {
+        const qvpreslayer::detail::InfoTable* const table = m_infos.load(std::memory_order_acquire);
+        const ParameterInfo* const info = table == nullptr ? nullptr : table->Find(id);
+        return info != nullptr ? info : FindUnpublished(id);
+    }
 
     // The namespace in which names that namespaceName does not know are sought next; null when there is none. Valid
     // until either is cleared.
@@ -181,5 +187,9 @@ protected:
 
 private:
     struct Impl;
+
+    const ParameterInfo* FindUnpublished(int id) const;
+
+    std::atomic<const qvpreslayer::detail::InfoTable*> m_infos{nullptr};  // m_impl's own
     std::unique_ptr<Impl> m_impl;
 };
