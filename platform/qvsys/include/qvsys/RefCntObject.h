@@ -1,6 +1,7 @@
 // Intrusive, atomic reference counts: the base of everything that is shared through RefCntPtr.
 //
-// Threads: counts may be changed from any thread. The object itself is as thread-safe as its own class says.
+// Threads: counts may be changed from any thread, but not from a signal handler. The object itself is as thread-safe as
+// its own class says.
 //
 // Exceptions: counting never throws.
 #pragma once
@@ -8,18 +9,25 @@
 #include <atomic>
 
 #include <qvsys/Export.h>
+#include <qvsys/OneThread.h>
 
 // Holds the count. An object starts without a reference (count 0); the first RefCntPtr makes it 1, and the last one to
 // go deletes the object through its virtual destructor.
 class QVSYS_API RefCntObjectNonVirtualBase {
 public:
     // Adds one reference.
-    void AddReference() const noexcept { m_count.fetch_add(1, std::memory_order_relaxed); }
+    void AddReference() const noexcept {
+        if (qvsys::detail::HasOneThread()) {
+            m_count.store(m_count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+        } else {
+            m_count.fetch_add(1, std::memory_order_relaxed);
+        }
+    }
 
     // Adds the first reference of an object that nobody else knows yet; as AddReference where its constructor has
     // already handed out some.
-    void AddFirstReference() const noexcept {
-        if (m_count.load(std::memory_order_relaxed) == 0) {
+    [[gnu::always_inline]] void AddFirstReference() const noexcept {
+        if (m_count.load(std::memory_order_relaxed) == 0) [[likely]] {
             m_count.store(1, std::memory_order_relaxed);
         } else {
             AddReference();
@@ -30,13 +38,18 @@ public:
     void RemoveReference() const noexcept {
         // The holder of the only reference is alone with the object: nobody is left to add another one meanwhile. Most
         // objects go this way, which spares the locked subtraction.
-        if (m_count.load(std::memory_order_acquire) == 1 || m_count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        const int count = m_count.load(std::memory_order_acquire);
+        if (count == 1) {
+            delete this;
+        } else if (qvsys::detail::HasOneThread()) {
+            m_count.store(count - 1, std::memory_order_relaxed);
+        } else if (m_count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
             delete this;
         }
     }
 
-    // Gives an object of static or automatic storage a reference that nobody takes away, so that no RefCntPtr ever
-    // deletes it.
+    // The one reference of an object that has none yet: one of static or automatic storage, from which nobody takes it
+    // away, so that no RefCntPtr ever deletes it; or one that was made just now and shared with nobody.
     void SetRefCountToOne() const noexcept { m_count.store(1, std::memory_order_relaxed); }
 
 protected:
