@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <new>
 #include <optional>
 #include <utility>
+
+#include <qvsys/LargeBlocks.h>
 
 #include <qvpreslayer/BuildParameterStrings.h>
 #include <qvpreslayer/ParametersRegistry.h>
@@ -80,8 +83,7 @@ public:
         if (m_kept != nullptr && m_kept->textInUse) {
             m_kept = nullptr;
         }
-        const std::size_t last = m_kept != nullptr ? m_kept->lastUnits : 0;
-        Text().reserve(std::max(kReservedUnits, last + last / 8));
+        Foresee(m_kept != nullptr ? m_kept->lastUnits : 0);
         if (m_kept != nullptr) {
             m_kept->textInUse = true;
         }
@@ -104,24 +106,37 @@ public:
     TString Take() {
         const std::size_t size = Text().size();
         if (m_kept != nullptr) {
-            m_kept->lastUnits = std::min(size, kForeseenUnits);
+            m_kept->lastUnits = size <= kForeseenUnits ? size : 0;  // so long ones go by their lists
         }
         if (size <= kCopiedUnits) {
             return Text().view();
         }
         TString text = std::move(Text());
-        // Cutting a text of many pages costs more than it gives back, unless it is most of them.
-        if (text.capacity() > (size <= kForeseenUnits ? size + size / 4 : 4 * size)) {
+        // Cutting a text of many pages costs more than it gives back, unless it is half of them.
+        if (text.capacity() > (size <= kCutUnits ? size + size / 4 : 2 * size)) {
             text.shrink_to_fit();
         }
         return text;
     }
 
 private:
+    // The last text tells nothing for certain: a short one must not fail for want of memory for a long one.
+    void Foresee(std::size_t lastUnits) {
+        if (lastUnits > kReservedUnits) {
+            try {
+                Text().reserve(lastUnits + lastUnits / 8);
+                return;
+            } catch (const std::bad_alloc&) {
+            }
+        }
+        Text().reserve(kReservedUnits);
+    }
+
     static constexpr std::size_t kReservedUnits = 2048;
     static constexpr std::size_t kKeptUnits = 4096;
     static constexpr std::size_t kCopiedUnits = 1024;
-    static constexpr std::size_t kForeseenUnits = 131072;
+    static constexpr std::size_t kCutUnits = 131072;
+    static constexpr std::size_t kForeseenUnits = qvsys::detail::kMostLargeBlock / sizeof(char16_t) / 4 * 3;
 
     ThreadScratch* m_kept;
     TString m_own;  // where the thread's is in use, or there is none

@@ -46,7 +46,8 @@ QVPRESLAYER_API void SetExpansionBytes(std::size_t bytes);
 
 // Threads keep some memory from one document to the next: small blocks, up to 8 MiB, and the text and the list of
 // members that documents are written and read through, up to 3 MiB. This frees what the calling thread keeps; its
-// end does so, too.
+// end does so, too. The process keeps the memory of the last text of 1 to 32 MiB that was let go of, for the next one
+// of about that size; this frees it, whichever thread asks.
 QVPRESLAYER_API void ReleaseKeptMemory() noexcept;
 
 // Makes all lists that the calling thread reads while it lives share one budget of expanded bytes; what readers of

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 #include <future>
+#include <new>
 #include <random>
 #include <set>
 #include <thread>
@@ -246,6 +247,33 @@ TEST(BlockPool, BlocksPassBetweenManyThreads) {
             std::move(made.begin(), made.end(), std::back_inserter(blocks));
         }
     }
+    for (const Block& block : blocks) {
+        EXPECT_TRUE(block.IsIntact());
+    }
+}
+
+class Refusing {
+public:
+    QVSYS_USE_BLOCK_POOL
+    Refusing() { throw 1; }
+    Refusing(const Refusing&) = delete;
+    Refusing& operator=(const Refusing&) = delete;
+    virtual ~Refusing() = default;
+};
+
+// The memory goes back to where it came from when there is no object, also with blocks that are not kept about.
+TEST(BlockPool, ObjectsThatAreNotMade) {
+    const auto refuse = [] {
+        EXPECT_THROW(new Refusing, int);
+        EXPECT_THROW(new (std::nothrow) Refusing, int);
+    };
+    refuse();
+    const std::vector<Block> blocks = Blocks(1000, sizeof(Refusing));
+    {
+        const KeepNoBlocks none;
+        refuse();
+    }
+    refuse();
     for (const Block& block : blocks) {
         EXPECT_TRUE(block.IsIntact());
     }

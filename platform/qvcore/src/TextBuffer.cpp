@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include <qvsys/BlockPool.h>
+#include <qvsys/LargeBlocks.h>
 #include <qvsys/LargePages.h>
 
 namespace qvcore::detail {
@@ -18,28 +19,47 @@ std::size_t RoundUp(std::size_t units) { return units / 16 * 16 + 15; }
 
 std::size_t Bytes(std::size_t capacity) { return (capacity + 1) * sizeof(char16_t); }
 
-// Large texts belong to realloc, which lengthens a block of many pages without copying it.
+// Large texts belong to the C library, whose realloc lengthens a block of many pages without copying it.
 bool IsLarge(std::size_t capacity) { return Bytes(capacity) > qvsys::detail::kLargestKeptBlock; }
 
-// What the C library answered for a text of that capacity.
-char16_t* OrThrow(void* block, std::size_t capacity) {
-    if (block == nullptr) {
+struct Units {
+    char16_t* data;
+    std::size_t capacity;
+};
+
+// For at least as many units as capacity tells, and for up to most where memory is kept.
+Units Allocate(std::size_t capacity, std::size_t most) {
+    if (!IsLarge(capacity)) {
+        return {static_cast<char16_t*>(qvsys::detail::AllocateBlock(Bytes(capacity))), capacity};
+    }
+    const auto [memory, bytes] = qvsys::detail::AllocateLargeBlock(Bytes(capacity), Bytes(most));
+    if (memory == nullptr) {
         throw std::bad_alloc();
     }
-    qvsys::detail::PreferLargePages(block, Bytes(capacity));
-    return static_cast<char16_t*>(block);
+    return {static_cast<char16_t*>(memory), bytes / sizeof(char16_t) - 1};
 }
 
-char16_t* Allocate(std::size_t capacity) {
-    return IsLarge(capacity) ? OrThrow(std::malloc(Bytes(capacity)), capacity)
-                             : static_cast<char16_t*>(qvsys::detail::AllocateBlock(Bytes(capacity)));
+char16_t* Reallocate(char16_t* data, std::size_t capacity) {
+    void* const memory = std::realloc(data, Bytes(capacity));
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    qvsys::detail::PreferLargePages(memory, Bytes(capacity));
+    return static_cast<char16_t*>(memory);
+}
+
+// A block of many pages is lengthened without copying it; one of few pages can just as well be copied into a block that
+// is kept.
+bool IsLengthened(std::size_t capacity, std::size_t longer) {
+    return IsLarge(capacity) &&
+           (Bytes(capacity) >= qvsys::detail::kLeastLargeBlock || Bytes(longer) < qvsys::detail::kLeastLargeBlock);
 }
 
 }  // namespace
 
 void TextBuffer::FreeHeap() noexcept {
     if (IsLarge(Heap().capacity)) {
-        std::free(Heap().data);
+        qvsys::detail::ReleaseLargeBlock(Heap().data, Bytes(Heap().capacity));
     } else {
         qvsys::detail::ReleaseBlock(Heap().data, Bytes(Heap().capacity));
     }
@@ -49,8 +69,8 @@ void TextBuffer::FillHeap(std::u16string_view text) {
     if (text.size() > kMaxUnits) {
         throw std::length_error("TString");
     }
-    const std::size_t capacity = RoundUp(text.size());
-    m_heap = HeapText{Allocate(capacity), text.size(), capacity};
+    const auto [data, capacity] = Allocate(RoundUp(text.size()), RoundUp(text.size() + text.size() / 4));
+    m_heap = HeapText{data, text.size(), capacity};
     m_units[kTag] = kOnHeap;
     std::memcpy(m_heap.data, text.data(), text.size() * sizeof(char16_t));
     m_heap.data[text.size()] = u'\0';
@@ -61,13 +81,12 @@ void TextBuffer::Grow(std::size_t units) {
         throw std::length_error("TString");
     }
     const std::size_t size = this->size();
-    const std::size_t capacity = RoundUp(units);
-    if (!IsInline() && IsLarge(Heap().capacity)) {
-        m_heap.data = OrThrow(std::realloc(Heap().data, Bytes(capacity)), capacity);
-        m_heap.capacity = capacity;
+    if (!IsInline() && IsLengthened(Heap().capacity, RoundUp(units))) {
+        m_heap.data = Reallocate(Heap().data, RoundUp(units));
+        m_heap.capacity = RoundUp(units);
         return;
     }
-    char16_t* const data = Allocate(capacity);
+    const auto [data, capacity] = Allocate(RoundUp(units), RoundUp(units + units / 4));
     std::memcpy(data, this->data(), size * sizeof(char16_t));
     Free();
     m_heap = HeapText{data, size, capacity};

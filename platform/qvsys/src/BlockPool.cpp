@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include <qvsys/LargeBlocks.h>
 #include <qvsys/ThreadEnd.h>
 
 #include "BlockSlabs.h"
@@ -31,7 +32,6 @@ constexpr CurrentSlabs NoSlabs() {
 }
 
 // Plain data, so that reaching it needs no check whether it has been made.
-thread_local constinit CurrentSlabs t_current = NoSlabs();
 thread_local constinit BlockHeap* t_heap = nullptr;
 thread_local constinit bool t_keepsNone = false;
 
@@ -44,7 +44,7 @@ bool IsKept(std::size_t bytes) { return QVSYS_KEEP_BLOCKS && bytes - 1 < kLarges
 
 void EndThread() noexcept {
     if (BlockHeap* const heap = std::exchange(t_heap, nullptr)) {
-        heap->Abandon(t_current);
+        heap->Abandon(t_currentSlabs);
     }
 }
 
@@ -64,19 +64,6 @@ void* Take(Slab& slab) noexcept {
     slab.free = block->next;
     ++slab.used;
     return block;
-}
-
-[[gnu::noinline]] void* AllocateSlowly(std::size_t bytes) {
-    BlockHeap* const heap = FindHeap();
-    if (heap == nullptr) {
-        s_hasLooseBlocks.store(true, std::memory_order_relaxed);
-        return ::operator new(bytes);
-    }
-    Slab* const slab = heap->NextSlab(t_current, ClassOf(bytes));
-    if (slab == nullptr) {
-        throw std::bad_alloc();
-    }
-    return Take(*slab);
 }
 
 // Requires: block lies in a slab.
@@ -105,12 +92,22 @@ inline void ReleaseKept(void* block) noexcept {
 
 }  // namespace
 
-void* AllocateBlock(std::size_t bytes) {
+constinit thread_local CurrentSlabs t_currentSlabs = NoSlabs();
+
+void* AllocateBlockSlowly(std::size_t bytes) {
     if (!IsKept(bytes)) {
         return ::operator new(bytes);
     }
-    Slab& slab = *t_current[ClassOf(bytes)];
-    return slab.free != nullptr ? Take(slab) : AllocateSlowly(bytes);
+    BlockHeap* const heap = FindHeap();
+    if (heap == nullptr) {
+        s_hasLooseBlocks.store(true, std::memory_order_relaxed);
+        return ::operator new(bytes);
+    }
+    Slab* const slab = heap->NextSlab(t_currentSlabs, ClassOf(bytes));
+    if (slab == nullptr) {
+        throw std::bad_alloc();
+    }
+    return Take(*slab);
 }
 
 void* TryAllocateBlock(std::size_t bytes) noexcept {
@@ -129,11 +126,22 @@ void ReleaseBlock(void* block, std::size_t bytes) noexcept {
     }
 }
 
+void ReleaseSmallBlock(void* block) noexcept {
+    if (!QVSYS_KEEP_BLOCKS || s_hasLooseBlocks.load(std::memory_order_relaxed)) [[unlikely]] {
+        ReleaseLoose(block, kGranule);
+    } else {
+        ReleaseKept(block);
+    }
+}
+
+void ReleaseBlockOfAnySize(void* block) noexcept { ReleaseLoose(block, kGranule); }
+
 void ReleaseKeptBlocks() noexcept {
     t_keepsNone = false;
     if (t_heap != nullptr) {
-        t_heap->FreeEmptySlabs(t_current);
+        t_heap->FreeEmptySlabs(t_currentSlabs);
     }
+    ReleaseKeptLargeBlock();
 }
 
 KeepNoBlocks::KeepNoBlocks() noexcept {

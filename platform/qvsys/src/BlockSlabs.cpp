@@ -103,8 +103,9 @@ BlockHeap* BlockHeap::Acquire() noexcept {
 
 // From then on who releases a block puts the heap in order.
 void BlockHeap::Abandon(CurrentSlabs& current) noexcept {
-    for (Slab*& slab : current) {
-        if (slab != &s_noSlab) {
+    for (SlabFront*& place : current) {
+        if (place != &s_noSlab) {
+            Slab* const slab = Slab::Behind(std::exchange(place, &s_noSlab));
             const bool hasRoom = slab->free != nullptr || Carve(*slab);
             slab->attention = hasRoom ? 0 : Slab::kFull;
             if (hasRoom) {
@@ -113,7 +114,6 @@ void BlockHeap::Abandon(CurrentSlabs& current) noexcept {
             if (slab->used == 0) {
                 Attend(*slab);
             }
-            slab = &s_noSlab;
         }
     }
     FreeEmptySlabs(current);
@@ -129,12 +129,14 @@ void BlockHeap::Abandon(CurrentSlabs& current) noexcept {
 }
 
 Slab* BlockHeap::NextSlab(CurrentSlabs& current, std::size_t sizeClass) noexcept {
-    Slab*& place = current[sizeClass];
+    SlabFront*& place = current[sizeClass];
     if (place != &s_noSlab) {
-        if (Carve(*place)) {
-            return place;
+        Slab* const last = Slab::Behind(place);
+        if (Carve(*last)) {
+            return last;
         }
-        std::exchange(place, &s_noSlab)->attention = Slab::kFull;
+        last->attention = Slab::kFull;
+        place = &s_noSlab;
     }
     TakeBackReleased();
     Slab* slab = m_partial[sizeClass];
@@ -208,9 +210,9 @@ Slab* BlockHeap::TakeEmptySlab() noexcept {
 
 void BlockHeap::FreeEmptySlabs(CurrentSlabs& current) noexcept {
     TakeBackReleased();
-    for (Slab*& slab : current) {
-        if (slab != &s_noSlab && slab->used == 0) {
-            DeleteSlab(std::exchange(slab, &s_noSlab));
+    for (SlabFront*& place : current) {
+        if (place != &s_noSlab && place->used == 0) {
+            DeleteSlab(Slab::Behind(std::exchange(place, &s_noSlab)));
         }
     }
     while (m_empty != nullptr) {

@@ -15,26 +15,19 @@
 
 namespace qvsys::detail {
 
-inline constexpr std::size_t kGranule = 16;
 inline constexpr std::size_t kClasses = kLargestKeptBlock / kGranule;
 inline constexpr std::size_t kSlabBytes = 32 * 1024;
 inline constexpr std::size_t kKeptBytes = 8 * 1024 * 1024;  // of slabs without a used block, of one thread
 
-struct FreeBlock {
-    FreeBlock* next;
-};
-
 class BlockHeap;
 
-// In front of the blocks of a slab, whose memory is aligned to its size.
-struct alignas(64) Slab {
+// In front of the blocks of a slab, whose memory is aligned to its size. Every SlabFront is a part of one.
+struct alignas(64) Slab : SlabFront {
     // What attention says beside a number of blocks.
     static constexpr std::int32_t kCurrent = -1;        // never: blocks are being taken from the slab
     static constexpr std::int32_t kFull = 0x7FFF'FFFF;  // with whatever is released next
     static constexpr std::size_t kColours = 16;
 
-    FreeBlock* free = nullptr;
-    std::int32_t used = 0;
     std::int32_t attention = 0;  // the heap looks at the slab when used falls to this
     BlockHeap* heap = nullptr;
     char* fresh = nullptr;     // from here on nothing has been a block yet
@@ -51,6 +44,7 @@ struct alignas(64) Slab {
     static Slab* In(std::uintptr_t memory) noexcept {
         return reinterpret_cast<Slab*>(memory + memory / kSlabBytes % kColours * 64);
     }
+    static Slab* Behind(SlabFront* front) noexcept { return static_cast<Slab*>(front); }
     static Slab* Of(void* block) noexcept { return In(MemoryOf(block)); }
     static std::uintptr_t MemoryOf(void* inside) noexcept {
         return reinterpret_cast<std::uintptr_t>(inside) & ~std::uintptr_t{kSlabBytes - 1};
@@ -58,7 +52,7 @@ struct alignas(64) Slab {
 };
 
 // The slabs that blocks are taken from just now, by class.
-using CurrentSlabs = std::array<Slab*, kClasses>;
+using CurrentSlabs = std::array<SlabFront*, kClasses>;
 
 // The slabs of one thread. All but ReleaseElsewhere is for the thread that owns it.
 class BlockHeap {
