@@ -8,10 +8,8 @@ namespace {
 
 // The options of the session in force; empty without a session or without options.
 RefCntPtr<const IBuilderVars> BuilderVars() {
-    if (!SessionContext::HasSessionContext()) {
-        return {};
-    }
-    return SessionContext::Get().GetIBuilderVars();
+    const SessionContext* const session = SessionContext::Find();
+    return session == nullptr ? RefCntPtr<const IBuilderVars>() : session->GetIBuilderVars();
 }
 
 }  // namespace

@@ -18,7 +18,10 @@ public:
     RefCntPtr<const IBuilderVars> GetIBuilderVars() const override { return {}; }
 };
 
-TEST(SessionContext, NoneIsInForceAtFirst) { EXPECT_FALSE(SessionContext::HasSessionContext()); }
+TEST(SessionContext, NoneIsInForceAtFirst) {
+    EXPECT_FALSE(SessionContext::HasSessionContext());
+    EXPECT_EQ(nullptr, SessionContext::Find());
+}
 
 TEST(SessionContext, GetWithoutOneIsALogicError) {
     try {
@@ -37,6 +40,7 @@ TEST(SessionContext, ThreadScopePutsOneInForce) {
         const SessionContextScope scope(context);
         EXPECT_TRUE(SessionContext::HasSessionContext());
         EXPECT_EQ(&context, &SessionContext::Get());
+        EXPECT_EQ(&context, SessionContext::Find());
         EXPECT_EQ(nullptr, SessionContext::Get().GetIBuilderVars());
     }
     EXPECT_FALSE(SessionContext::HasSessionContext());

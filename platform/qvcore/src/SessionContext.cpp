@@ -10,10 +10,6 @@ namespace {
 thread_local SessionContext* gm_threadContext = nullptr;
 std::atomic<SessionContext*> gm_processContext{nullptr};
 
-SessionContext* Find() noexcept {
-    return gm_threadContext != nullptr ? gm_threadContext : gm_processContext.load(std::memory_order_acquire);
-}
-
 // Puts a context in force and answers the one that was.
 SessionContext* Exchange(SessionContextScope::Scope scope, SessionContext* context) noexcept {
     return scope == SessionContextScope::Process ? gm_processContext.exchange(context, std::memory_order_acq_rel)
@@ -23,6 +19,10 @@ SessionContext* Exchange(SessionContextScope::Scope scope, SessionContext* conte
 }  // namespace
 
 SessionContext::~SessionContext() = default;
+
+SessionContext* SessionContext::Find() noexcept {
+    return gm_threadContext != nullptr ? gm_threadContext : gm_processContext.load(std::memory_order_acquire);
+}
 
 bool SessionContext::HasSessionContext() noexcept { return Find() != nullptr; }
 

@@ -19,6 +19,9 @@ public:
     // Whether a context is in force for the calling thread: its own, else the process-wide one.
     static bool HasSessionContext() noexcept;
 
+    // The context in force, or null. Valid while its scope lives.
+    static SessionContext* Find() noexcept;
+
     // The context in force; LogicException "HasSessionContext()" when there is none. Valid while its scope lives.
     static SessionContext& Get();
 
