@@ -26,13 +26,13 @@ public:
     }
 
     template <class Step>
-    void Nested(const T& first, unsigned int length, [[maybe_unused]] const Step* step) {
+    void Nested(const T& first, unsigned int length, [[maybe_unused]] Step step) {
         const ListStructure nested(m_tag, m_stream, PTC_None);
         m_stream.ListItem(m_toText(first));
         m_stream.ListItem(TString::number(length));
         if constexpr (std::is_integral_v<T>) {
-            if (step != nullptr) {
-                m_stream.ListItem(TString::number(*step));
+            if (step != 0) {
+                m_stream.ListItem(TString::number(step));
             }
         }
     }

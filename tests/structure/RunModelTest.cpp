@@ -1,6 +1,7 @@
 #include "structure/RunModel.h"
 
 #include <limits>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -167,6 +168,47 @@ TYPED_TEST(RunModelTest, LibraryPacksAsTheModel) {
     }
     EXPECT_GT(listsWithRuns, Rounds(kLists) / 4);  // else the lists test nothing
     EXPECT_LT(listsWithRuns, Rounds(kLists));
+}
+
+// Runs of every length up to several blocks of whatever is compared at once, each ended in every place of a block by an
+// element that is another one, by the end of the list, or by a second run; up to the ends of the type.
+TYPED_TEST(RunModelTest, LongRunsEndAnywhere) {
+    ListHost<TypeParam> host;
+    std::vector<int> steps = {0};
+    std::vector<TypeParam> starts = {TypeParam(100000)};
+    if constexpr (std::is_integral_v<TypeParam>) {
+        steps = {0, 1, -3, 1000, -1000};
+        starts.push_back(std::numeric_limits<TypeParam>::max());
+        starts.push_back(std::numeric_limits<TypeParam>::min());
+    }
+    const auto append = [](std::vector<TypeParam>& values, TypeParam start, int step, int length) {
+        // Runs that would leave the type wrap around there, as the list's own arithmetic does.
+        for (int i = 0; i < length; ++i) {
+            if constexpr (std::is_integral_v<TypeParam>) {
+                using Magnitude = std::make_unsigned_t<TypeParam>;
+                values.push_back(static_cast<TypeParam>(static_cast<Magnitude>(start) +
+                                                        static_cast<Magnitude>(step) * static_cast<Magnitude>(i)));
+            } else {
+                values.push_back(start);
+            }
+        }
+    };
+    for (const TypeParam start : starts) {
+        for (const int step : steps) {
+            for (int length = 1; length <= 40; ++length) {
+                std::vector<TypeParam> values;
+                append(values, start, step, length);
+                ASSERT_EQ(run_model::Pack(values), PackedByTheLibrary(host, values)) << step << ' ' << length;
+                for (const int behind : {1, 4, 17}) {
+                    std::vector<TypeParam> others = values;
+                    append(others, TypeParam(7), step == 0 ? 0 : 2, behind);
+                    append(others, TypeParam(5), 0, 9);
+                    ASSERT_EQ(run_model::Pack(others), PackedByTheLibrary(host, others))
+                        << step << ' ' << length << ' ' << behind;
+                }
+            }
+        }
+    }
 }
 
 TYPED_TEST(RunModelTest, PackedListsReadBack) {

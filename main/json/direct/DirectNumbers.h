@@ -182,16 +182,16 @@ public:
     }
 
     template <class Step>
-    void Nested(T first, unsigned int length, const Step* step) {
+    void Nested(T first, unsigned int length, Step step) {
         char16_t* to = Next(kLongestNumber<T> + 2 * qvpreslayer::detail::kLongestInteger + 4);
         *to++ = u'[';
         to = WriteNumberText(to, first);
         *to++ = u',';
-        to = WriteNumberText(to, length);
+        to = WriteShortNumber(to, length);
         if constexpr (std::is_integral_v<Step>) {
-            if (step != nullptr) {
+            if (step != 0) {
                 *to++ = u',';
-                to = WriteNumberText(to, *step);
+                to = WriteShortNumber(to, step);
             }
         }
         *to++ = u']';
@@ -204,6 +204,19 @@ public:
     }
 
 private:
+    // Lengths and steps have four digits at the most, as a rule.
+    template <class Number>
+    static char16_t* WriteShortNumber(char16_t* to, Number number) {
+        using Magnitude = std::make_unsigned_t<Number>;
+        const auto negative = static_cast<Magnitude>(number < 0 ? 1 : 0);
+        const auto magnitude = static_cast<Magnitude>((static_cast<Magnitude>(number) ^ (0 - negative)) + negative);
+        if (magnitude > 9999) [[unlikely]] {
+            return WriteNumberText(to, number);
+        }
+        *to = u'-';
+        return qvpreslayer::detail::WriteUpToFourDigits(to + negative, static_cast<std::uint32_t>(magnitude));
+    }
+
     // Room for the next element, behind its comma.
     char16_t* Next(std::size_t units) {
         char16_t* to = m_sink.Room(units + 1);

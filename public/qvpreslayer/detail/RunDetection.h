@@ -68,38 +68,65 @@ struct Elements {
         return vector;
     }
 
-    // A bit for each element that is equal in both, the first one's lowest.
-    static unsigned Equal(Vector left, Vector right) noexcept {
-        const auto lanes = left == right;
+    // As many elements as are compared before the next jump: four vectors of them.
+    static constexpr std::ptrdiff_t kBlock = 4 * kCount;
+    static constexpr unsigned kAll = 0xFFFF;
+    static constexpr int kBits = 16 / kBlock;
+
+    // kBits bits for each element, the first one's lowest: all set where the elements of the block at at are those of
+    // next, which goes on by stride and is left behind the block.
+    static unsigned Equal(const T* at, Vector& next, Vector stride) noexcept {
 #if defined(__SSE2__)
-        if constexpr (kCount == 2) {
-            return static_cast<unsigned>(_mm_movemask_pd(std::bit_cast<__m128d>(lanes)));
-        } else {
-            return static_cast<unsigned>(_mm_movemask_ps(std::bit_cast<__m128>(lanes)));
-        }
+        const auto equal = [&](std::ptrdiff_t vector) {
+            const auto lanes = At(at + vector * kCount) == next;
+            if constexpr (std::is_integral_v<T>) {  // runs of reals have no step
+                next += stride;
+            }
+            return std::bit_cast<__m128i>(lanes);
+        };
+        const __m128i first = equal(0);
+        const __m128i second = equal(1);
+        const __m128i third = equal(2);
+        const __m128i fourth = equal(3);
+        const __m128i low = JoinLanes(first, second);
+        const __m128i high = JoinLanes(third, fourth);
+        const __m128i all = kCount == 2 ? _mm_packs_epi32(low, high) : _mm_packs_epi16(low, high);
+        return static_cast<unsigned>(_mm_movemask_epi8(all));
 #else
         unsigned equal = 0;
-        for (std::ptrdiff_t i = 0; i < kCount; ++i) {
-            equal |= lanes[i] != 0 ? 1u << i : 0u;
+        for (std::ptrdiff_t i = 0; i < kBlock; ++i) {
+            equal |= at[i] == next[i % kCount] ? ((1u << kBits) - 1) << i * kBits : 0u;
+            next += i % kCount == kCount - 1 ? stride : All(0);
         }
         return equal;
 #endif
     }
 
-    // Takes elements from at on, two vectors at a time, as long as they are those of next, which goes on by stride;
-    // answers whether all were, up to the last two whole vectors before end.
+    // Takes elements from at on, a block at a time, as long as they are those of next, which goes on by stride; answers
+    // whether all were, up to the last whole block before end.
     static bool Match(const T*& at, const T* end, Vector next, Vector stride) noexcept {
-        constexpr unsigned kAll = (1u << 2 * kCount) - 1;
-        for (; end - at >= 2 * kCount; at += 2 * kCount) {
-            const unsigned equal = Equal(At(at), next) | Equal(At(at + kCount), next + stride) << kCount;
+        for (; end - at >= kBlock; at += kBlock) {
+            const unsigned equal = Equal(at, next, stride);
             if (equal != kAll) {
-                at += std::countr_one(equal);
+                at += std::countr_one(equal) / kBits;  // here alone: the next block must not wait for it
                 return false;
             }
-            next += 2 * stride;
         }
         return true;
     }
+
+private:
+#if defined(__SSE2__)
+    // The lanes of both, each half as wide.
+    static __m128i JoinLanes(__m128i low, __m128i high) noexcept {
+        if constexpr (kCount == 2) {
+            return _mm_castps_si128(
+                _mm_shuffle_ps(_mm_castsi128_ps(low), _mm_castsi128_ps(high), _MM_SHUFFLE(2, 0, 2, 0)));
+        } else {
+            return _mm_packs_epi32(low, high);
+        }
+    }
+#endif
 };
 
 // Runs of equal values, for reals. Equality is ==: a NaN is a run of its own, zeros of both signs are equal.
@@ -154,6 +181,8 @@ public:
     void Add(T value, Emit&& emit) {
         if (m_run.length == 0) {
             Open(value);
+        } else if (m_run.length >= kLongEnough && m_run.step < kHalfBound) [[likely]] {
+            AddToLong(value, emit);
         } else if (!IsStepUsable(m_last, value)) {
             emit(m_run);
             Open(value);
@@ -172,7 +201,7 @@ public:
         if (m_run.length < kLongEnough || m_run.step >= kHalfBound) {
             return at;
         }
-        const auto step = static_cast<Magnitude>(m_run.descending ? 0 - m_run.step : m_run.step);
+        const auto step = static_cast<Magnitude>((m_run.step ^ Downwards()) - Downwards());
         const std::size_t count = StepsWithinTheType(static_cast<std::size_t>(end - at));
         const T* const begin = at;
         auto expected = static_cast<Magnitude>(static_cast<Magnitude>(m_last) + step);
@@ -243,10 +272,17 @@ private:
                                                    : static_cast<Magnitude>(left) - static_cast<Magnitude>(right));
     }
 
+    // All ones where the run descends, which makes a complement and a negative without a jump: which way runs go is not
+    // to be foretold.
+    Magnitude Downwards() const noexcept { return static_cast<Magnitude>(0 - Magnitude{m_run.descending}); }
+
     // How often, up to wanted times, the step can be taken from the newest element on without leaving the type.
     std::size_t StepsWithinTheType(std::size_t wanted) const noexcept {
-        const T limit = m_run.descending ? std::numeric_limits<T>::min() : std::numeric_limits<T>::max();
-        const Magnitude distance = Distance(m_last, limit);
+        // The last value of the type on the way, and how far it is: the complement and the negative where it is the
+        // least one.
+        const auto limit = static_cast<Magnitude>(static_cast<Magnitude>(std::numeric_limits<T>::max()) ^ Downwards());
+        const auto distance =
+            static_cast<Magnitude>(((limit - static_cast<Magnitude>(m_last)) ^ Downwards()) - Downwards());
         std::uint64_t reach = 0;
         if (!__builtin_mul_overflow(std::uint64_t{m_run.step}, std::uint64_t{wanted}, &reach) && reach <= distance)
             [[likely]] {
@@ -258,6 +294,18 @@ private:
     void Open(T value) {
         m_run = {value, 1, 0, false};
         m_last = value;
+    }
+
+    // To a run that shares nothing, whose step is usable wherever it is taken.
+    template <class Emit>
+    void AddToLong(T value, Emit&& emit) {
+        if (Distance(m_last, value) == m_run.step && (value < m_last) == m_run.descending) {
+            ++m_run.length;
+            m_last = value;
+        } else {
+            emit(m_run);
+            Open(value);
+        }
     }
 
     template <class Emit>

@@ -20,9 +20,9 @@ namespace qvpreslayer::detail {
 
 // Writes runs of T to an Output:
 //
-//   Plain(T value, std::size_t count)                            count equal elements
-//   Nested(T first, unsigned int length, const Step* step)       a nested list; without a step where step is null
-//   Marker()                                                     a nested list without items
+//   Plain(T value, std::size_t count)                 count equal elements
+//   Nested(T first, unsigned int length, Step step)   a nested list; without a step where step is 0
+//   Marker()                                          a nested list without items
 template <class T, class Output>
 class RunPieces {
 public:
@@ -30,18 +30,13 @@ public:
 
     explicit RunPieces(Output& output) : m_output(output) {}
 
-    void operator()(Run<T> run) {
-        // Lengths travel in 32 bits; a longer run goes in pieces.
-        while (run.length > kLongestRun)
-            [[unlikely]] {
-                WriteNested(Run<T>{run.first, kLongestRun, run.step, run.descending});
-                run.first = run.At(kLongestRun);
-                run.length -= kLongestRun;
-            }
+    [[gnu::always_inline]] void operator()(const Run<T>& run) {
         if (run.length < static_cast<std::size_t>(DataSerializerHelpers::kRLERunThreshold)) {
             WritePlain(run);
-        } else {
+        } else if (run.length <= kLongestRun) [[likely]] {
             WriteNested(run);
+        } else {
+            WritePieces(run);
         }
     }
 
@@ -54,6 +49,16 @@ public:
 
 private:
     static constexpr std::size_t kLongestRun = std::numeric_limits<unsigned int>::max();
+
+    // Lengths travel in 32 bits; a longer run goes in pieces.
+    void WritePieces(Run<T> run) {
+        while (run.length > kLongestRun) {
+            WriteNested(Run<T>{run.first, kLongestRun, run.step, run.descending});
+            run.first = run.At(kLongestRun);
+            run.length -= kLongestRun;
+        }
+        (*this)(run);
+    }
 
     void WritePlain(const Run<T>& run) {
         if (run.length == 1 || run.step == 0) {
@@ -68,13 +73,13 @@ private:
     void WriteNested(const Run<T>& run) {
         m_packed = true;
         const auto length = static_cast<unsigned int>(run.length);
-        if (run.step == 0) {
-            m_output.Nested(run.first, length, static_cast<const Step*>(nullptr));
-        } else if constexpr (std::is_integral_v<T>) {
-            // A step that four values take fits the signed type.
-            const auto magnitude = static_cast<Step>(run.step);
-            const Step step = run.descending ? static_cast<Step>(-magnitude) : magnitude;
-            m_output.Nested(run.first, length, &step);
+        if constexpr (std::is_integral_v<T>) {
+            // A step that four values take fits the signed type. Its sign, which cannot be foretold, makes no jump.
+            using Magnitude = typename Run<T>::Magnitude;
+            const auto downwards = static_cast<Magnitude>(0 - Magnitude{run.descending});
+            m_output.Nested(run.first, length, static_cast<Step>((run.step ^ downwards) - downwards));
+        } else {
+            m_output.Nested(run.first, length, Step{0});
         }
     }
 
