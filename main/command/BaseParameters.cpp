@@ -1,5 +1,6 @@
 #include <qvpreslayer/BaseParameters.h>
 
+#include <algorithm>
 #include <utility>
 
 #include <qvpreslayer/CommandExceptions.h>
@@ -26,6 +27,7 @@ void StoreAll(const ParameterTable& from, ParameterTable& to) {
 // The entries of both, where those of from win.
 ParameterTable Merged(const ParameterTable& from, const ParameterTable& into) {
     ParameterTable merged;
+    merged.Reserve(std::max(from.Array().size(), into.Array().size()));
     StoreAll(into, merged);
     StoreAll(from, merged);
     return merged;

@@ -10,6 +10,8 @@ using qvpreslayer::detail::DirectInfo;
 using qvpreslayer::detail::DirectInfoOf;
 using qvpreslayer::detail::DirectRecord;
 using qvpreslayer::detail::DirectType;
+using qvpreslayer::detail::FunctionsOf;
+using qvpreslayer::detail::NameForm;
 
 namespace {
 
@@ -21,9 +23,9 @@ ParameterTypeCategory KindToRecord(const RefCntPtr<IParameterSerializer>& serial
 }
 
 // Whether no unit of a name is ever written as an escape.
-bool IsSpelledAsItIs(const TString& name) {
+bool IsSpelledAsItIs(std::u16string_view name) {
     const auto isPlain = [](char16_t unit) { return unit >= 0x20 && unit != u'"' && unit != u'\\' && unit != 0x7F; };
-    return std::all_of(name.data(), name.data() + name.size(), isPlain);
+    return std::all_of(name.begin(), name.end(), isPlain);
 }
 
 }  // namespace
@@ -98,20 +100,24 @@ bool EagerParametersNamespace::IsFoundByItsNames(const ParameterInfo& record) co
            (record.shortName.empty() || FindShort(record.shortName) == record.id);
 }
 
-DirectRecord EagerParametersNamespace::MakeDirectRecord(const ParameterInfo& record) const noexcept {
+DirectRecord EagerParametersNamespace::MakeDirectRecord(const ParameterInfo& record, NameForm form) const noexcept {
+    const std::u16string_view name = form == NameForm::Camel ? record.camelName : record.shortName;
     DirectRecord direct;
     direct.info = &record;
     direct.text = record.direct.text;
     direct.id = record.id;
     direct.kind = record.kind;
     direct.type = record.direct.type;
-    direct.isFoundByNames = IsFoundByItsNames(record);
-    const std::u16string_view name = record.camelName;
+    direct.isFoundByNames = !name.empty() && IsFoundByItsNames(record);
     direct.single = direct.kind == PTC_Text || direct.kind == PTC_Number || direct.kind == PTC_Bool ? direct.type
                                                                                                     : DirectType::None;
-    direct.nameSize = static_cast<std::uint8_t>(std::min(name.size(), DirectRecord::kNameUnits + 1));
-    if (name.size() <= DirectRecord::kNameUnits) {
+    // Camel-case names are written as they are; others that cannot be, are not held.
+    if (name.size() > DirectRecord::kNameUnits || (form != NameForm::Camel && !IsSpelledAsItIs(name))) {
+        direct.nameSize = DirectRecord::kNameUnits + 1;
+    } else if (!name.empty()) {
+        direct.nameSize = static_cast<std::uint8_t>(name.size());
         direct.memberSize = direct.isFoundByNames ? static_cast<std::uint8_t>(name.size() + 3) : 0;
+        direct.functions = FunctionsOf(direct.single, direct.text);
         char16_t* to = std::copy_n(u",\"", 2, direct.start);
         to = std::copy(name.begin(), name.end(), to);
         std::copy_n(u"\": ", 3, to);
@@ -126,21 +132,26 @@ void EagerParametersNamespace::MakeDirectRecords() {
         records.push_back(&record);
     }
     std::sort(records.begin(), records.end(), [](auto* left, auto* right) { return left->id < right->id; });
-    m_directRecords.clear();
-    m_directRecords.reserve(records.size() + 1);
-    for (ParameterInfo* record : records) {
-        record->direct.record = &m_directRecords.emplace_back(MakeDirectRecord(*record));
+    for (const NameForm form : {NameForm::Camel, NameForm::Short}) {
+        std::vector<DirectRecord>& direct = m_directRecords[static_cast<std::size_t>(form)];
+        direct.clear();
+        direct.reserve(records.size() + 1);
+        for (ParameterInfo* record : records) {
+            record->direct.records[static_cast<std::size_t>(form)] =
+                &direct.emplace_back(MakeDirectRecord(*record, form));
+        }
+        direct.emplace_back();
     }
     if (!records.empty()) {
         m_firstRecordId = records.front()->id;
         const auto span = static_cast<std::uint32_t>(records.back()->id) - static_cast<std::uint32_t>(m_firstRecordId);
         m_gapless = std::size_t{span} + 1 == records.size() ? records.size() : 0;
     }
-    m_directRecords.emplace_back();
 }
 
-std::span<const DirectRecord> EagerParametersNamespace::GetRecords() const noexcept {
-    return std::span(m_directRecords).first(m_directRecords.empty() ? 0 : m_directRecords.size() - 1);
+std::span<const DirectRecord> EagerParametersNamespace::GetRecords(NameForm form) const noexcept {
+    const std::vector<DirectRecord>& direct = m_directRecords[static_cast<std::size_t>(form)];
+    return std::span(direct).first(direct.empty() ? 0 : direct.size() - 1);
 }
 
 std::vector<const ParameterInfo*> EagerParametersNamespace::Records() const {

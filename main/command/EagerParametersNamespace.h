@@ -44,7 +44,7 @@ public:
     const ParameterInfo* Find(int id) const noexcept {
         const std::size_t position = static_cast<std::uint32_t>(id) - static_cast<std::uint32_t>(m_firstRecordId);
         if (position < m_gapless) {
-            return m_directRecords[position].info;
+            return m_directRecords[0][position].info;
         }
         return m_recordsById.Find(id);
     }
@@ -55,7 +55,8 @@ public:
     int FindCamel(std::u16string_view camelName) const noexcept override;
     int FindShort(std::u16string_view shortName) const noexcept override;
 
-    std::span<const qvpreslayer::detail::DirectRecord> GetRecords() const noexcept override;
+    std::span<const qvpreslayer::detail::DirectRecord> GetRecords(
+        qvpreslayer::detail::NameForm form) const noexcept override;
 
     // Makes the records of the short way, when all parameters are there.
     void MakeDirectRecords();
@@ -71,12 +72,14 @@ private:
 
     void CheckRange(int pid) const;
     bool IsFoundByItsNames(const ParameterInfo& record) const noexcept;
-    qvpreslayer::detail::DirectRecord MakeDirectRecord(const ParameterInfo& record) const noexcept;
+    qvpreslayer::detail::DirectRecord MakeDirectRecord(const ParameterInfo& record,
+                                                       qvpreslayer::detail::NameForm form) const noexcept;
     ParameterInfo& Record(int pid, const TString& verboseName, const TString& shortName, ParameterTypeCategory kind);
 
-    std::deque<ParameterInfo> m_records;                             // in order of adding
-    IdTable<ParameterInfo> m_recordsById;                            // into m_records
-    std::vector<qvpreslayer::detail::DirectRecord> m_directRecords;  // with the one behind the last; empty until made
+    std::deque<ParameterInfo> m_records;   // in order of adding
+    IdTable<ParameterInfo> m_recordsById;  // into m_records
+    // By form; with the one behind the last; empty until made.
+    std::vector<qvpreslayer::detail::DirectRecord> m_directRecords[qvpreslayer::detail::kNameForms];
     NameTable m_idsByVerboseName;
     NameTable m_idsByShortName;
     NameTable m_idsByCamelName;  // only names that the camel-case form leads back to

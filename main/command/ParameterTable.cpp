@@ -19,11 +19,7 @@ constexpr auto kBefore = [](const auto& entry, int id) { return entry.id < id; }
 
 }  // namespace
 
-ParameterTable::ParameterTable() noexcept = default;
-
 ParameterTable::ParameterTable(ParameterTable&& other) noexcept : ParameterTable() { Swap(other); }
-
-ParameterTable::~ParameterTable() { RemoveArray(); }
 
 IParameter* ParameterTable::Search(int id) const noexcept {
     if (m_tree) [[unlikely]] {
@@ -79,10 +75,7 @@ bool ParameterTable::Erase(int id) noexcept {
 }
 
 // Values are let go of when the table is empty already: what they hold may look into it.
-void ParameterTable::Clear() noexcept {
-    if (m_entries == nullptr && !m_tree) {
-        return;
-    }
+void ParameterTable::ClearSome() noexcept {
     ParameterTable removed;
     Swap(removed);
 }
@@ -128,11 +121,10 @@ void ParameterTable::Reserve(std::size_t entries) {
     m_capacity = static_cast<std::uint32_t>(entries);
 }
 
+// Requires: there is an array.
 void ParameterTable::RemoveArray() noexcept {
-    if (m_entries != nullptr) {
-        std::destroy(begin(), end());
-        qvsys::detail::ReleaseBlock(m_entries, m_capacity * sizeof(Entry));
-    }
+    std::destroy(begin(), end());
+    qvsys::detail::ReleaseBlock(m_entries, m_capacity * sizeof(Entry));
 }
 
 // Without memory for the nodes the entries stay where they are, which costs time only.

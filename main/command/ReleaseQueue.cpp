@@ -71,14 +71,18 @@ void ReleaseQueue::Release(Table& parameters, Table& cacheParameters) noexcept {
         ReleaseOutermost(parameters, cacheParameters);
         return;
     }
-    if (s_depth >= kDirectLevels) {
-        s_pending->Add(parameters);
-        s_pending->Add(cacheParameters);
+    if (s_depth >= kDirectLevels) [[unlikely]] {
+        Postpone(parameters, cacheParameters);
     }
     ++s_depth;
     parameters.Clear();
     cacheParameters.Clear();
     --s_depth;
+}
+
+void ReleaseQueue::Postpone(Table& parameters, Table& cacheParameters) noexcept {
+    s_pending->Add(parameters);
+    s_pending->Add(cacheParameters);
 }
 
 void ReleaseQueue::ReleaseOutermost(Table& parameters, Table& cacheParameters) noexcept {

@@ -16,6 +16,7 @@ public:
 private:
     class Pending;
 
+    static void Postpone(Table& parameters, Table& cacheParameters) noexcept;
     static void ReleaseOutermost(Table& parameters, Table& cacheParameters) noexcept;
 
     static thread_local int s_depth;

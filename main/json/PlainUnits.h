@@ -22,9 +22,10 @@ inline unsigned SpecialUnits(__m128i units) {
 }
 #endif
 
-// The first unit from at on that is not plain, or end. Eight units at a time where the machine can; the loop behind is
-// the rule, and all there is elsewhere.
-inline const char16_t* SkipPlainUnits(const char16_t* at, const char16_t* end) {
+// The first unit from at on that is not plain, or end. Eight units at a time where the machine can, the last ones
+// together with units before at if there are so many from begin on; the loop behind is the rule, and all there is
+// elsewhere.
+inline const char16_t* SkipPlainUnits([[maybe_unused]] const char16_t* begin, const char16_t* at, const char16_t* end) {
 #if defined(__SSE2__)
     for (; end - at >= 8; at += 8) {
         const unsigned mask = SpecialUnits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)));
@@ -32,9 +33,16 @@ inline const char16_t* SkipPlainUnits(const char16_t* at, const char16_t* end) {
             return at + __builtin_ctz(mask) / 2;
         }
     }
+    if (end - begin >= 8) {
+        const unsigned mask = SpecialUnits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(end - 8)));
+        const unsigned behind = (mask | 0x10000u) >> 2 * (8 - (end - at));
+        return at + __builtin_ctz(behind) / 2;
+    }
 #endif
     while (at != end && IsPlainUnit(*at)) {
         ++at;
     }
     return at;
 }
+
+inline const char16_t* SkipPlainUnits(const char16_t* at, const char16_t* end) { return SkipPlainUnits(at, at, end); }

@@ -46,6 +46,23 @@ DirectInfo DirectInfoOf(const IParameterSerializer& serializer) {
     return info == s_infos.end() ? DirectInfo{} : info->second;
 }
 
+const void* FunctionsOf(DirectType type, const DirectTextType* text) {
+    switch (type) {
+        case DirectType::Int:
+            return FunctionsOfHolder<int>();
+        case DirectType::Double:
+            return FunctionsOfHolder<double>();
+        case DirectType::Bool:
+            return FunctionsOfHolder<bool>();
+        case DirectType::String:
+            return FunctionsOfHolder<TString>();
+        case DirectType::Text:
+            return text->functions();
+        default:
+            return nullptr;
+    }
+}
+
 template <class T>
 std::u16string_view DirectDuration<T>::Text(const T& value, TextScratch& scratch) {
     const char16_t* end = WriteInteger(scratch.units, value.count());

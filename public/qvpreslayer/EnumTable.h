@@ -92,14 +92,13 @@ constexpr const EnumName<E>* FindByValue(const EnumName<E> (&names)[N], E value)
 
 // Where a search for name begins in a table of slots. Names of one enumeration share words: length, ends and middle
 // tell them apart best.
-constexpr std::size_t HashOfName(std::u16string_view name) {
+[[gnu::always_inline]] constexpr std::size_t HashOfName(std::u16string_view name) {
     if (name.empty()) {
         return 0;
     }
     const std::size_t ends = name.front() + std::size_t{name.back()} * 0x9E37;
-    const std::size_t middle =
-        name[name.size() / 2] * std::size_t{0x85EB} + name[name.size() / 3] * std::size_t{0xC2B3};
-    const std::size_t mixed = (ends + middle + name.size() * 0x27D5) * 0x9E3779B97F4A7C15u;
+    const std::size_t middle = name[name.size() / 2] * std::size_t{0x85EB} + name[name.size() / 4];
+    const std::size_t mixed = (ends + (middle << 20) + name.size() * 0x27D5) * 0x9E3779B97F4A7C15u;
     return mixed >> 40;
 }
 
@@ -122,12 +121,29 @@ constexpr EnumNameSlots<N> SlotsByName(const EnumName<E> (&names)[N]) {
     return slots;
 }
 
-// Equality of views compares unit by unit, which compilers do not turn into comparing memory.
+// Whether size units are the same, compared so many at once, the last ones with some of those before.
+template <std::size_t AtOnce>
+bool AreSameUnits(const char16_t* left, const char16_t* right, std::size_t size) {
+    const auto areSame = [&](std::size_t at) {
+        return std::memcmp(left + at, right + at, AtOnce * sizeof(char16_t)) == 0;
+    };
+    for (std::size_t at = 0; at + AtOnce < size; at += AtOnce) {
+        if (!areSame(at)) {
+            return false;
+        }
+    }
+    return areSame(size - AtOnce);
+}
+
+// Equality of views compares unit by unit, which compilers do not turn into comparing memory, and names are too short
+// for a call.
 constexpr bool AreSameNames(std::u16string_view left, std::u16string_view right) {
-    if (std::is_constant_evaluated() || left.empty()) {
+    const std::size_t size = left.size();
+    if (std::is_constant_evaluated() || size < 4 || size != right.size()) {
         return left == right;
     }
-    return left.size() == right.size() && std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
+    return size < 8 ? AreSameUnits<4>(left.data(), right.data(), size)
+                    : AreSameUnits<8>(left.data(), right.data(), size);
 }
 
 // The line of name, or null.

@@ -18,6 +18,10 @@ class QVPRESLAYER_API ValParameter : public IParameter {
 public:
     explicit ValParameter(T value) : m_value(std::move(value)) {}
 
+    // Makes the value in place, from what one of its constructors takes.
+    template <class... Arguments>
+    explicit ValParameter(std::in_place_t, Arguments&&... arguments) : m_value(std::forward<Arguments>(arguments)...) {}
+
     // The value, valid as long as the object. Never changes.
     const T& GetValue() const noexcept { return m_value; }
 

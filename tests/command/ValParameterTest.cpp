@@ -2,6 +2,7 @@
 
 #include <map>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -84,6 +85,14 @@ TYPED_TEST(ValParameterShapes, HoldsAValue) {
     EXPECT_TRUE(value->GetValue() == sample);
     EXPECT_FALSE(value->GetValue() == TypeParam());
     ExpectPlain(*value);
+}
+
+TYPED_TEST(ValParameterShapes, MakesAValueInPlace) {
+    const TypeParam sample = Sample<TypeParam>();
+    const ValParameter<TypeParam> value(std::in_place, sample);
+    value.SetRefCountToOne();
+    EXPECT_TRUE(value.GetValue() == sample);
+    ExpectPlain(value);
 }
 
 TYPED_TEST(ValParameterShapes, HoldsAList) {

@@ -22,6 +22,12 @@ constexpr int kBag = kFirst + kNames;
 std::wstring NameOf(int index) { return std::wstring(static_cast<std::size_t>(index) + 1, L'a'); }
 std::wstring ShortNameOf(int index) { return L"s" + NameOf(index); }
 
+template <class T>
+class DerivedValue final : public ValParameter<T> {
+public:
+    using ValParameter<T>::ValParameter;
+};
+
 class DirectMembers : public testing::Test {
 protected:
     DirectMembers() {
@@ -89,6 +95,40 @@ protected:
 TEST_F(DirectMembers, NamesOfEveryLength) { ExpectBothWays(false); }
 TEST_F(DirectMembers, ShortNamesOfEveryLength) { ExpectBothWays(true); }
 
+// What a thread remembers of a document in one form is of no use in the other.
+TEST_F(DirectMembers, FormsTakeTurns) {
+    const auto bag = MakeBag();
+    Set(*bag, 2);
+    Set(*bag, 4);
+    for (int turn = 0; turn < 4; ++turn) {
+        const bool shortNames = turn % 2 != 0;
+        m_session.Vars().shortNames = shortNames;
+        const TString text(L'{' + MemberOf(2, shortNames) + L',' + MemberOf(4, shortNames) + L'}');
+        EXPECT_EQ(text, m_json.ToString(bag, JSONSerializer::Compact)) << turn;
+        const auto read = m_json.ToParameters(text);
+        ExpectValue(*read, 2);
+        ExpectValue(*read, 4);
+    }
+}
+
+// Short names may hold anything; some have to be escaped, first and later.
+TEST_F(DirectMembers, ShortNamesThatAreEscaped) {
+    m_registry.Add(L"marks", 1, 9, [](AbstractParamAdder& adder) {
+        adder.AddSimple(1, L"one", L"q\"1", new ParameterTypeSerializer<int>);
+        adder.AddSimple(2, L"two", L"plain", new ParameterTypeSerializer<int>);
+        adder.AddSimple(3, L"three", L"b\\3", new TStringSerializer);
+    });
+    m_session.Vars().shortNames = true;
+    const JSONSerializer json(L"marks");
+    const auto bag = MakeBag();
+    SetParameterValue<int>(*bag, 1, 5);
+    SetParameterValue<int>(*bag, 2, 6);
+    SetParameterValue<TString>(*bag, 3, L"x");
+    const TString text = u"{\"q\\\"1\": 5,\"plain\": 6,\"b\\\\3\": \"x\"}";
+    EXPECT_EQ(text, json.ToString(bag, JSONSerializer::Compact));
+    EXPECT_EQ(text, json.ToString(json.ToParameters(text), JSONSerializer::Compact));
+}
+
 // "aaaaa" begins as "aaa" does: neither is taken for the other, in any order.
 TEST_F(DirectMembers, NamesThatBeginAlike) {
     std::wstring all;
@@ -114,6 +154,144 @@ TEST_F(DirectMembers, EmptyBagBesideValues) {
 TEST_F(DirectMembers, NullBesideValues) {
     const auto bag = m_json.ToParameters(u"{\"a\": 5,\"aaa\": null,\"aaaaa\": 7}");
     EXPECT_EQ(u"{\"a\": 5,\"aaaaa\": 7}", m_json.ToString(bag, JSONSerializer::Compact));
+}
+
+// Texts that fit where room is asked for once, and those that do not; the buffer grows in the middle of a member.
+TEST_F(DirectMembers, TextsOfEveryLength) {
+    const auto expectText = [&](std::size_t size) {
+        const std::wstring text(size, L'x');
+        const auto bag = MakeBag();
+        SetParameterValue<int>(*bag, kFirst, 7);
+        SetParameterValue<TString>(*bag, kFirst + 1, TString(text));
+        SetParameterValue<int>(*bag, kFirst + 2, 8);
+        const TString expected(L"{\"a\": 7,\"aa\": \"" + text + L"\",\"aaa\": 8}");
+        EXPECT_EQ(expected, m_json.ToString(bag, JSONSerializer::Compact)) << size;
+        const auto read = m_json.ToParameters(expected);
+        EXPECT_EQ(TString(text), GetParameterValue<TString>(*read, kFirst + 1)) << size;
+    };
+    for (std::size_t size = 0; size <= 40; ++size) {
+        expectText(size);
+    }
+    for (std::size_t size = 320; size <= 370; ++size) {
+        expectText(size);
+    }
+    for (std::size_t size = 1500; size <= 2100; ++size) {
+        expectText(size);
+    }
+    expectText(100000);
+}
+
+// Many members of usual values in a row, beyond any room that was asked for at the start.
+TEST_F(DirectMembers, ManyTextsInARow) {
+    std::wstring expected = L"{";
+    const auto bag = MakeBag();
+    for (int i = 1; i < kNames; i += 2) {
+        const std::wstring text(300, static_cast<wchar_t>(L'a' + i % 26));
+        SetParameterValue<TString>(*bag, kFirst + i, TString(text));
+        expected += (i == 1 ? L"\"" : L",\"") + NameOf(i) + L"\": \"" + text + L'"';
+    }
+    EXPECT_EQ(TString(expected + L'}'), m_json.ToString(bag, JSONSerializer::Compact));
+}
+
+// A value of another type than registered stands between usual ones, first and later.
+TEST_F(DirectMembers, UnusualValuesBetweenUsualOnes) {
+    class Derived final : public ValParameter<int> {
+    public:
+        using ValParameter::ValParameter;
+    };
+    for (int unusual = 0; unusual < 3; ++unusual) {
+        const auto bag = MakeBag();
+        for (int i = 0; i < 3; ++i) {
+            const int id = kFirst + 2 * i;
+            if (i == unusual) {
+                bag->SetParameter(id, MakeRefCnt<Derived>(-5));
+            } else {
+                SetParameterValue<int>(*bag, id, i);
+            }
+        }
+        std::wstring expected;
+        for (int i = 0; i < 3; ++i) {
+            expected +=
+                (i == 0 ? L"{" : L",") + (L'"' + NameOf(2 * i)) + L"\": " + std::to_wstring(i == unusual ? -5 : i);
+        }
+        EXPECT_EQ(TString(expected + L'}'), m_json.ToString(bag, JSONSerializer::Compact)) << unusual;
+    }
+}
+
+// Each kind of value, in a class of the host's own derived from the library's: it goes the long way, to the same text,
+// as the first member and behind another one.
+TEST_F(DirectMembers, ValuesOfDerivedClasses) {
+    m_registry.Add(L"kinds", 1, 9, [](AbstractParamAdder& adder) {
+        adder.AddSimple(1, L"b", L"b", new ParameterTypeSerializer<bool>);
+        adder.AddSimple(2, L"d", L"d", new ParameterTypeSerializer<double>);
+        adder.AddSimple(3, L"e", L"e", new ParameterTypeSerializer<TextAlign>);
+        adder.AddSimple(4, L"i", L"i", new ParameterTypeSerializer<int>);
+        adder.AddSimple(5, L"s", L"s", new TStringSerializer);
+    });
+    const JSONSerializer json(L"kinds");
+    const TextAlign align = GetEnumValues<TextAlign>()[0].value;
+    const TString name = GetEnumValues<TextAlign>()[0].name;
+    const auto set = [&]<template <class> class Holder>(IParameters& bag, int id) {
+        switch (id) {
+            case 1:
+                return bag.SetParameter(1, MakeRefCnt<Holder<bool>>(true));
+            case 2:
+                return bag.SetParameter(2, MakeRefCnt<Holder<double>>(0.5));
+            case 3:
+                return bag.SetParameter(3, MakeRefCnt<Holder<TextAlign>>(align));
+            case 4:
+                return bag.SetParameter(4, MakeRefCnt<Holder<int>>(-7));
+            default:
+                return bag.SetParameter(5, MakeRefCnt<Holder<TString>>(TString(L"t")));
+        }
+    };
+    const TString texts[] = {L"\"b\": true", L"\"d\": 0.5", L"\"e\": \"" + name + L"\"", L"\"i\": -7", L"\"s\": \"t\""};
+    for (int unusual = 0; unusual <= 5; ++unusual) {
+        const auto bag = MakeBag();
+        TString expected = L"{";
+        for (int id = 1; id <= 5; ++id) {
+            if (id == unusual) {
+                set.template operator()<DerivedValue>(*bag, id);
+            } else {
+                set.template operator()<ValParameter>(*bag, id);
+            }
+            expected += (id == 1 ? TString() : TString(L",")) + texts[id - 1];
+        }
+        EXPECT_EQ(expected + L"}", json.ToString(bag, JSONSerializer::Compact)) << unusual;
+    }
+    // What has no name cannot be written, wherever it stands.
+    for (const bool first : {true, false}) {
+        const auto bag = MakeBag();
+        if (!first) {
+            SetParameterValue<bool>(*bag, 1, true);
+        }
+        SetParameterValue<TextAlign>(*bag, 3, static_cast<TextAlign>(99));
+        EXPECT_THROW(json.ToString(bag, JSONSerializer::Compact), QuorvelException);
+    }
+}
+
+// The last string of a text is closer to its end than a block: what has to be looked at is found in every place, and
+// nothing before the string counts.
+TEST_F(DirectMembers, LastStringsWithSpecialUnits) {
+    for (std::size_t size = 1; size <= 24; ++size) {
+        for (std::size_t place = 0; place < size; ++place) {
+            std::u16string text(size, u'y');
+            text[place] = u'"';
+            std::u16string spelled = text;
+            spelled.insert(place, 1, u'\\');
+            const auto bag = m_json.ToParameters(TString(u"{\"aa\": \"" + spelled + u"\"}"));
+            EXPECT_EQ(TString(text), GetParameterValue<TString>(*bag, kFirst + 1)) << size << ' ' << place;
+
+            spelled = text;
+            spelled[place] = u'\n';  // control characters have to be escaped
+            EXPECT_THROW(m_json.ToParameters(TString(u"{\"aa\": \"" + spelled + u"\"}")), JSONParseException)
+                << size << ' ' << place;
+            // One that is not closed, behind another one.
+            const std::u16string open = u"{\"aa\": \"y\",\"aaaa\": \"" + std::u16string(size, u'y');
+            EXPECT_THROW(m_json.ToParameters(TString(open)), JSONParseException) << size;
+            EXPECT_THROW(m_json.ToParameters(TString(open + u"}")), JSONParseException) << size;
+        }
+    }
 }
 
 // A bag that a factory fills in advance keeps what it has.

@@ -37,6 +37,31 @@ TYPED_TEST(EnumTables, EveryNameIsReadAsItsValue) {
     }
 }
 
+// Names count to the last character, in every place: one that differs, one more or one less is another name.
+TYPED_TEST(EnumTables, TextsThatAreNearlyNamesAreNone) {
+    const auto isName = [](const std::u16string& text) {
+        return std::any_of(std::begin(EnumRows<TypeParam>::kRows), std::end(EnumRows<TypeParam>::kRows),
+                           [&text](const auto& row) { return TString(row.name) == TString(text); });
+    };
+    const auto expectDefault = [&](const std::u16string& text) {
+        if (!isName(text)) {
+            EXPECT_EQ(EnumRows<TypeParam>::kDefault, ParameterTypeSerializer<TypeParam>::TypeFromString(text))
+                << TString(text).ToUtf8();
+        }
+    };
+    for (const auto& row : EnumRows<TypeParam>::kRows) {
+        const std::u16string name(TString(row.name).view());
+        for (std::size_t place = 0; place < name.size(); ++place) {
+            std::u16string other = name;
+            other[place] = static_cast<char16_t>(other[place] ^ 1);
+            expectDefault(other);
+        }
+        expectDefault(name + u"x");
+        expectDefault(name.substr(0, name.size() - 1));
+        expectDefault(name.substr(1));
+    }
+}
+
 TYPED_TEST(EnumTables, TheListingHoldsTheseRowsAndNoOthersInOrder) {
     const auto listed = GetEnumValues<TypeParam>();
     const auto& rows = EnumRows<TypeParam>::kRows;

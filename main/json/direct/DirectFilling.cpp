@@ -7,10 +7,8 @@
 
 #include <qvpreslayer/BagStructureSerializer.h>
 #include <qvpreslayer/ValParameter.h>
-#include <qvpreslayer/detail/PlainBags.h>
 
 using qvpreslayer::detail::ParameterTable;
-using qvpreslayer::detail::PlainBags;
 
 namespace {
 
@@ -27,7 +25,7 @@ RefCntPtr<IParameter> TakeValue(DirectItem& item) noexcept {
 }  // namespace
 
 bool DirectFilling::MakeBag(IParameters& root) {
-    ParameterTable* const table = PlainBags::Find(root);
+    ParameterTable* const table = m_plainBags.Find(root);
     if (table == nullptr) {
         return false;
     }
@@ -45,7 +43,7 @@ RefCntPtr<IParameters> DirectFilling::MakeNested() {
 }
 
 void DirectFilling::Fill(IParameters& bag, const DirectItem& item) {
-    if (ParameterTable* const table = PlainBags::Find(bag)) [[likely]] {
+    if (ParameterTable* const table = m_plainBags.Find(bag)) [[likely]] {
         FillTable(*table, item);
     } else {
         FillInNameOrder(bag, item.children);

@@ -10,6 +10,7 @@
 #include <qvpreslayer/IParameters.h>
 #include <qvpreslayer/ParametersRegistry.h>
 #include <qvpreslayer/detail/ParameterTable.h>
+#include <qvpreslayer/detail/PlainBags.h>
 
 #include "main/json/direct/DirectItems.h"
 #include "main/json/direct/DirectNames.h"
@@ -44,5 +45,6 @@ private:
     DirectItems& m_items;
     ParametersRegistry& m_registry;
     NameForm m_form;
+    qvpreslayer::detail::BagsOfOneClass m_plainBags;
     std::size_t m_item = 0;
 };

@@ -61,11 +61,13 @@ public:
         *m_end++ = {id, DirectItem::Kind::Value, {value.Detach()}};
     }
 
-    // A value that is made of value. Room comes first, so that nothing can fail when the value is there.
-    template <class Holder, class T>
-    void AddValue(int id, T&& value) {
+    // A value in a holder of the library's own, which is made of arguments and has shared itself with nobody. Room
+    // comes first, so that nothing can fail when the value is there.
+    template <class Holder, class... Arguments>
+    void AddValue(int id, Arguments&&... arguments) {
         MakeRoom();
-        IParameter* const held = MakeRefCnt<Holder>(std::forward<T>(value)).Detach();
+        auto* const held = new Holder(std::forward<Arguments>(arguments)...);
+        held->SetRefCountToOne();
         *m_end++ = {id, DirectItem::Kind::Value, {held}};
     }
     void SetInside(std::size_t position, DirectItem::Kind kind, std::uint64_t children) noexcept {

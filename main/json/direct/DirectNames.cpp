@@ -6,9 +6,18 @@ using qvpreslayer::detail::INameIndex;
 
 constexpr DirectNames::Record DirectNames::s_none;
 
+namespace {
+
+// The memory of a TString goes on to the end of a block.
+bool IsSame(const TString& left, const TString& right) {
+    return left.size() == right.size() && (left.empty() || StartsWith(left.data(), right.data(), left.size()));
+}
+
+}  // namespace
+
 bool DirectNames::Prepare(const ParametersRegistry& registry, const TString& namespaceName, NameForm form) {
     if (m_registry == &registry && m_generation == registry.GetGeneration() && m_form == form &&
-        m_namespace == namespaceName) {
+        IsSame(m_namespace, namespaceName)) {
         return true;
     }
     m_registry = nullptr;
@@ -20,7 +29,7 @@ bool DirectNames::Prepare(const ParametersRegistry& registry, const TString& nam
     m_generation = registry.GetGeneration();
     m_form = form;
     m_guesses = !registry.HasOverlaps();
-    m_records = m_names->GetRecords();
+    m_records = m_names->GetRecords(form);
     m_successors.fill({});
     m_registry = &registry;
     return true;
@@ -62,7 +71,7 @@ const DirectNames::Record* DirectNames::Find(std::u16string_view name) const {
         const int id = m_form == NameForm::Camel ? names->FindCamel(name) : names->FindShort(name);
         if (id != 0) {
             const ParameterInfo* const info = m_registry->FindInfo(id);
-            return info == nullptr ? nullptr : info->direct.record;
+            return info == nullptr ? nullptr : info->direct.Record(m_form);
         }
         space = m_registry->FindFallback(*space);
         names = space == nullptr ? nullptr : m_registry->FindNames(*space, false);

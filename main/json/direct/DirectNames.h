@@ -14,11 +14,7 @@
 
 #include "main/json/PlainUnits.h"
 
-// How names are spelled in a text, and sought.
-enum class NameForm : unsigned char {
-    Camel,  // the camel-case forms of verbose names
-    Short,  // short names
-};
+using qvpreslayer::detail::NameForm;
 
 // Finds the parameters that names stand for, in a namespace and its fallbacks, as far as these are filled.
 //
@@ -34,10 +30,7 @@ public:
     bool Prepare(const ParametersRegistry& registry, const TString& namespaceName, NameForm form);
 
     // Makes ready for the names of one text; the unit at end can be read, and is no part of it.
-    void Begin(const char16_t* begin, const char16_t* end) noexcept {
-        m_end = end;
-        m_membersEnd = m_form == NameForm::Camel ? end : begin;
-    }
+    void Begin(const char16_t* end) noexcept { m_end = end; }
 
     NameForm Form() const noexcept { return m_form; }
 
@@ -85,14 +78,13 @@ private:
     static constexpr std::size_t kSuccessors = 64;
 
     const char16_t* m_end = nullptr;
-    const char16_t* m_membersEnd = nullptr;  // where records hold no names of this form, the start of the text
     const ParametersRegistry* m_registry = nullptr;
     std::uint64_t m_generation = 0;
     TString m_namespace;
     NameForm m_form = NameForm::Camel;
     bool m_guesses = false;  // without it, an identifier may belong to another namespace than its name
     const qvpreslayer::detail::INameIndex* m_names = nullptr;
-    std::span<const Record> m_records;  // of that namespace
+    std::span<const Record> m_records;  // of that namespace, in that form
     std::array<Successor, kSuccessors> m_successors;
 };
 
@@ -120,7 +112,7 @@ inline bool StartsWith(const char16_t* at, const char16_t* name, std::size_t siz
 
 inline const char16_t* DirectNames::SkipMember(const Record& guess, const char16_t* at) const {
     const std::size_t size = guess.memberSize;
-    const bool hasRoom = m_membersEnd - at >= static_cast<std::ptrdiff_t>(size + 8);
+    const bool hasRoom = m_end - at >= static_cast<std::ptrdiff_t>(size + 8);
     return size != 0 && hasRoom && StartsWith(at, guess.Member(), size) ? at + size : nullptr;
 }
 
@@ -129,9 +121,8 @@ inline const char16_t* DirectNames::Skip(const Record& guess, const char16_t* at
     if (!guess.isFoundByNames) {
         return nullptr;
     }
-    const bool isShort = m_form == NameForm::Short;
-    const std::size_t size = isShort ? guess.info->shortName.size() : guess.nameSize;
-    const char16_t* const name = isShort ? guess.info->shortName.data() : guess.Name();
+    const std::size_t size = guess.nameSize;
+    const char16_t* const name = guess.Name();
     if (size - 1 >= Record::kNameUnits) [[unlikely]] {
         return nullptr;
     }

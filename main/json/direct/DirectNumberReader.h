@@ -76,11 +76,16 @@ inline const char16_t* DirectNumberReader::TakeReal(const char16_t* at, double& 
     }
     const unsigned wholeDigits = CountDigits(digits);
     const char16_t* const fraction = digits + wholeDigits + 1;
-    if (wholeDigits - 1 >= kUsualDigits || (*digits == u'0' && wholeDigits > 1) || fraction[-1] != u'.') {
+    if (wholeDigits - 1 >= kUsualDigits || (*digits == u'0' && wholeDigits > 1)) [[unlikely]] {
         return TakeLongReal(at, value);
     }
-    unsigned fractionDigits = CountDigits(fraction);
     UInt64 number = DigitsBefore(fraction - 1, wholeDigits);
+    if (fraction[-1] != u'.') {
+        const auto magnitude = static_cast<Int64>(number);
+        value = static_cast<double>(negative ? -magnitude : magnitude);
+        return IsExponent(fraction[-1]) ? nullptr : fraction - 1;
+    }
+    unsigned fractionDigits = CountDigits(fraction);
     if (fractionDigits < 8) {
         if (fractionDigits == 0) [[unlikely]] {
             return nullptr;

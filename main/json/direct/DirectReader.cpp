@@ -84,9 +84,9 @@ const char16_t* Expect(const char16_t* at, char16_t unit) {
 }
 
 // Behind a string of plain units alone, from behind its opening quotation mark on; null for any other.
-[[gnu::always_inline]] inline const char16_t* TakeUnescaped(const char16_t* at, const char16_t* end,
-                                                            std::u16string_view& text) {
-    const char16_t* const close = SkipPlainUnits(at, end);
+[[gnu::always_inline]] inline const char16_t* TakeUnescaped(const char16_t* begin, const char16_t* at,
+                                                            const char16_t* end, std::u16string_view& text) {
+    const char16_t* const close = SkipPlainUnits(begin, at, end);
     text = {at, static_cast<std::size_t>(close - at)};
     return *close == u'"' ? close + 1 : nullptr;
 }
@@ -186,7 +186,7 @@ bool DirectReader::Read(const TString& json, ParametersRegistry& registry, const
     }
     m_begin = json.data();
     m_end = m_begin + json.size();
-    m_names.Begin(m_begin, m_end);
+    m_names.Begin(m_end);
     m_numbers = DirectNumberReader(m_begin, m_end);
     m_depth = 0;
     m_maxDepth = std::min(kDirectLevels, PresLayerLimits::GetJSONDepth());
@@ -299,8 +299,8 @@ const char16_t* DirectReader::ReadBool(const char16_t* at, int id) {
         return ReadNull(at, id);
     }
     std::u16string_view text;
-    if (const char16_t* const behind = TakeUnescaped(at + 1, m_end, text)) [[likely]] {
-        m_items.AddValue<ValParameter<TString>>(id, TString(text));
+    if (const char16_t* const behind = TakeUnescaped(m_begin, at + 1, m_end, text)) [[likely]] {
+        m_items.AddValue<ValParameter<TString>>(id, std::in_place, text);
         return behind;
     }
     return ReadUnusualString(at, id);
@@ -320,8 +320,11 @@ const char16_t* DirectReader::ReadText(const char16_t* at, const Record& paramet
         return ReadNull(at, parameter.id);
     }
     std::u16string_view text;
-    at = TakePlainString(at + 1, m_end, text);
-    if (at == nullptr) {
+    const char16_t* behind = TakeUnescaped(m_begin, at + 1, m_end, text);
+    if (behind == nullptr) [[unlikely]] {
+        behind = TakePlainString(at + 1, m_end, text);
+    }
+    if (behind == nullptr) {
         return nullptr;
     }
     Value value = parameter.text->fromText(text);
@@ -329,7 +332,7 @@ const char16_t* DirectReader::ReadText(const char16_t* at, const Record& paramet
         return nullptr;
     }
     m_items.Add(parameter.id, std::move(value));
-    return at;
+    return behind;
 }
 
 [[gnu::always_inline]] inline const char16_t* DirectReader::ReadMember(const char16_t* at, const Record& parameter) {
@@ -386,7 +389,7 @@ const char16_t* DirectReader::ReadMembers(const char16_t* at, const Record* owne
             return nullptr;
         }
         ++read;
-        at = SkipBlanks(at);
+        at = *at == u',' ? at : SkipBlanks(at);
         if (*at != u',') {
             members = read;
             return *at == u'}' ? at + 1 : nullptr;

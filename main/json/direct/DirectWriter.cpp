@@ -16,7 +16,6 @@
 #include <qvpreslayer/VisitParametersStructure.h>
 #include <qvpreslayer/detail/BagLevel.h>
 #include <qvpreslayer/detail/DirectTypes.h>
-#include <qvpreslayer/detail/PlainBags.h>
 
 #include "main/json/direct/DirectNumbers.h"
 #include "main/json/direct/EscapedCopy.h"
@@ -24,8 +23,8 @@
 using qvpreslayer::detail::BagLevel;
 using qvpreslayer::detail::DirectType;
 using qvpreslayer::detail::Exactly;
+using qvpreslayer::detail::NameForm;
 using qvpreslayer::detail::ParameterTable;
-using qvpreslayer::detail::PlainBags;
 using qvpreslayer::detail::TextScratch;
 
 namespace {
@@ -36,18 +35,38 @@ constexpr int kDirectLevels = 32;
 // Room around the text of a name: the comma, two quotation marks, the colon, a blank, a bracket.
 constexpr std::size_t kAroundName = 8 + kCopySlack;
 
-// The beginning of most members is copied at once, the rest of it in a second step.
-constexpr std::size_t kFirstUnits = 24;
+// Room for the beginning of a member that records hold, in both steps.
+constexpr std::size_t kStartRoom =
+    qvpreslayer::detail::DirectRecord::kFirstUnits + qvpreslayer::detail::DirectRecord::kOtherUnits;
 
-// What the last bag of the thread began with; of no use when the registry has changed since.
+// What the last bag of the thread began with; of no use when the registry has changed since, or for the other names.
 struct LastFirst {
     std::uint64_t generation;
     const qvpreslayer::detail::DirectRecord* record;
+    NameForm form;
 };
-thread_local constinit LastFirst s_lastFirst{0, nullptr};
+thread_local constinit LastFirst s_lastFirst{0, nullptr, NameForm::Camel};
+
+// Room for the values that most members have.
+constexpr std::size_t kUsualUnits = kLongestNumber<double>;
+
+// Requires: value is exactly a holder of T.
+template <class T>
+const T& Held(const IParameter& value) {
+    return static_cast<const ValParameter<T>&>(value).GetValue();
+}
 
 // Stands where no record is known: that of no parameter, and another one behind it, as behind all.
 constexpr qvpreslayer::detail::DirectRecord kNoRecord[2];
+
+// Apart from plain lists, whose loop is better off alone.
+template <class T>
+[[gnu::noinline]] void WritePacked(TextSink& sink, const std::vector<T>& values) {
+    PackedElements<T> elements(sink);
+    qvpreslayer::detail::RunPieces<T, PackedElements<T>> pieces(elements);
+    qvpreslayer::detail::ForEachRun(values, pieces);
+    pieces.WriteMarker();
+}
 
 using Bags = BagStructureSerializer::Bags;
 using BagMap = BagStructureSerializer::BagMap;
@@ -60,11 +79,12 @@ DirectWriter::DirectWriter(TString& out, const ParametersRegistry& registry,
       m_registry(registry),
       m_captures(captures),
       m_useVerboseNames(options.useVerboseNames),
+      m_form(options.useVerboseNames ? NameForm::Camel : NameForm::Short),
       m_compressArrays(options.compressArrays),
       m_hasUnserializable(registry.HasUnserializable()),
       m_guesses(!registry.HasOverlaps() && !m_hasUnserializable),
       m_generation(registry.GetGeneration()),
-      m_first(s_lastFirst.generation == m_generation ? s_lastFirst.record : kNoRecord) {}
+      m_first(s_lastFirst.generation == m_generation && s_lastFirst.form == m_form ? s_lastFirst.record : kNoRecord) {}
 
 void DirectWriter::Write(const RefCntPtr<const IParameters>& bag) {
     m_sink.Put(u'{');
@@ -75,32 +95,31 @@ void DirectWriter::Write(const RefCntPtr<const IParameters>& bag) {
     }
     m_sink.Put(u'}');
     m_sink.Flush();
-    s_lastFirst = {m_generation, m_first};
+    s_lastFirst = {m_generation, m_first, m_form};
 }
 
 // The entries of a bag that can be written here; null for one that cannot.
-const ParameterTable* DirectWriter::FindNested(const Bag& bag) const {
-    return bag && m_depth < kDirectLevels ? PlainBags::Find(*bag) : nullptr;
+const ParameterTable* DirectWriter::FindNested(const Bag& bag) {
+    return bag && m_depth < kDirectLevels ? m_plainBags.Find(*bag) : nullptr;
 }
 
-inline bool DirectWriter::HasName(const Record& parameter) const {
-    return m_useVerboseNames ? parameter.nameSize != 0
-                             : parameter.info != nullptr && !parameter.info->shortName.empty();
+// Copies the first size units of a record's beginning, but for those that are skipped: the comma of the first member.
+[[gnu::always_inline]] inline char16_t* DirectWriter::CopyStart(char16_t* to, const Record& parameter,
+                                                                std::size_t skipped, std::size_t size) {
+    const char16_t* const from = parameter.start + skipped;
+    std::memcpy(to, from, Record::kFirstUnits * sizeof(char16_t));
+    if (size > Record::kFirstUnits) {
+        std::memcpy(to + Record::kFirstUnits, from + Record::kFirstUnits, Record::kOtherUnits * sizeof(char16_t));
+    }
+    return to + size - skipped;
 }
 
 [[gnu::always_inline]] inline char16_t* DirectWriter::StartMember(const Record& parameter, bool first,
                                                                   std::size_t room) {
-    if (!m_useVerboseNames || parameter.nameSize > Record::kNameUnits) [[unlikely]] {
+    if (parameter.nameSize > Record::kNameUnits) [[unlikely]] {
         return StartLongMember(parameter, first, room);
     }
-    char16_t* const to = m_sink.Room(2 * kFirstUnits + room);
-    const char16_t* const from = parameter.start + (first ? 1 : 0);
-    const std::size_t size = parameter.nameSize + (first ? 3u : 4u);
-    std::memcpy(to, from, kFirstUnits * sizeof(char16_t));
-    if (size >= kFirstUnits) {  // also for the blank behind it
-        std::memcpy(to + kFirstUnits, from + kFirstUnits, kFirstUnits * sizeof(char16_t));
-    }
-    return to + size;
+    return CopyStart(m_sink.Room(kStartRoom + room), parameter, first ? 1 : 0, parameter.nameSize + 4u);
 }
 
 [[gnu::always_inline]] inline char16_t* DirectWriter::StartSingle(const Record& parameter, bool first,
@@ -123,7 +142,7 @@ template <class T>
 
 [[gnu::always_inline]] inline bool DirectWriter::WriteMember(const Record& parameter, const IParameter& value,
                                                              bool first) {
-    if (!HasName(parameter)) {
+    if (parameter.nameSize == 0) {
         return false;
     }
     switch (parameter.single) {
@@ -154,6 +173,51 @@ template <class T>
     }
 }
 
+// Writes the entries from one on that are what most are, each followed in the records by the next: values that are
+// exactly of their type, under names that records hold. Answers behind the last of them. Requires: m_guesses.
+//
+// Nothing of the host's is called meanwhile, so that all that matters can stay in registers.
+const DirectWriter::Table::Entry* DirectWriter::WriteUsual(const Table::Entry* entry, const Table::Entry* end,
+                                                           Members& members) {
+    const Record* record = members.guess;
+    std::size_t skipped = members.first ? 1 : 0;  // the comma
+    for (; entry != end; ++entry, ++record, skipped = 0) {
+        const IParameter& value = *entry->value.Get();
+        if (record->id != entry->id || record->functions != qvpreslayer::detail::FunctionsOf(value)) {
+            break;
+        }
+        char16_t* to = CopyStart(m_sink.Room(kStartRoom + kUsualUnits), *record, skipped, record->nameSize + 5u);
+        std::u16string_view text;
+        switch (record->single) {
+            case DirectType::Int:
+                m_sink.Accept(WriteNumberText(to, Held<int>(value)));
+                continue;
+            case DirectType::Double:
+                m_sink.Accept(WriteNumberText(to, Held<double>(value)));
+                continue;
+            case DirectType::Bool:
+                m_sink.Accept(WriteNumberText(to, Held<bool>(value)));
+                continue;
+            case DirectType::String:
+                text = Held<TString>(value).view();
+                break;
+            default:
+                text = record->text->valueText(value, m_scratch);
+                break;
+        }
+        if (text.data() == nullptr) [[unlikely]] {
+            break;  // the long way tells
+        }
+        if (text.size() > kUsualUnits - 2 * kCopySlack) [[unlikely]] {
+            m_sink.Accept(to);
+            to = m_sink.Room(text.size() + 2 * kCopySlack);
+        }
+        PutQuoted(m_sink, to, text);
+    }
+    members = {skipped != 0, record};
+    return entry;
+}
+
 // Most bags begin with the same parameter as the one before, and go on in the order in which records stand.
 [[gnu::always_inline]] inline void DirectWriter::WriteEntry(const IParameters& bag, int id, const Value& value,
                                                             Members& members) {
@@ -179,6 +243,13 @@ void DirectWriter::WriteMembers(const IParameters& bag, const Table& entries) {
     ++m_depth;
     Members members{true, m_first};
     for (std::size_t i = 0; i < entries.Array().size(); ++i) {  // host code that is called on the way may change it
+        if (m_guesses) [[likely]] {
+            const Table::Entry* const begin = entries.Array().data();
+            i = static_cast<std::size_t>(WriteUsual(begin + i, begin + entries.Array().size(), members) - begin);
+            if (i == entries.Array().size()) {
+                break;
+            }
+        }
         const Table::Entry& entry = entries.Array()[i];
         WriteEntry(bag, entry.id, entry.value, members);
     }
@@ -191,7 +262,8 @@ void DirectWriter::WriteMembers(const IParameters& bag, const Table& entries) {
 // That of no parameter where the identifier, or its record, is not known, or all is for the visitor to spell.
 const DirectWriter::Record* DirectWriter::FindRecord(int id) const {
     const ParameterInfo* const info = m_allHandedOver ? nullptr : m_registry.FindInfo(id);
-    return info == nullptr || info->direct.record == nullptr ? kNoRecord : info->direct.record;
+    const Record* const record = info == nullptr ? nullptr : info->direct.Record(m_form);
+    return record == nullptr ? kNoRecord : record;
 }
 
 bool DirectWriter::WriteOther(const Record& parameter, const IParameter& value, bool first) {
@@ -344,10 +416,7 @@ bool DirectWriter::WriteNumbers(const Record& parameter, const IParameter& value
     *to++ = u'[';
     m_sink.Accept(to);
     if (m_compressArrays) {
-        PackedElements<T> elements(m_sink);
-        qvpreslayer::detail::RunPieces<T, PackedElements<T>> pieces(elements);
-        qvpreslayer::detail::ForEachRun(*values, pieces);
-        pieces.WriteMarker();
+        WritePacked(m_sink, *values);
     } else {
         NumberList<T>(m_sink).Write(*values);
     }

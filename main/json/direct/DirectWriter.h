@@ -15,6 +15,7 @@
 #include <qvpreslayer/PresModelBuilderSupport.h>
 #include <qvpreslayer/detail/DirectText.h>
 #include <qvpreslayer/detail/ParameterTable.h>
+#include <qvpreslayer/detail/PlainBags.h>
 
 #include "main/json/direct/TextSink.h"
 
@@ -51,11 +52,11 @@ private:
     // Behind the opening brace of an object.
     void WriteMembers(const IParameters& bag, const Table& entries);
     void WriteEntry(const IParameters& bag, int id, const Value& value, Members& members);
+    const Table::Entry* WriteUsual(const Table::Entry* entry, const Table::Entry* end, Members& members);
 
     // Each writes a comma unless it is first, the name, the colon and the value; or nothing, answering false.
     bool WriteMember(const Record& parameter, const IParameter& value, bool first);
     bool WriteOther(const Record& parameter, const IParameter& value, bool first);
-    bool HasName(const Record& parameter) const;
     BuildParameterStrings& Visitor();
     bool HandOver(const IParameters& bag, int id, const Value& value, bool first);
     void HandOverAll(const Bag& bag);
@@ -78,11 +79,12 @@ private:
     void PutKey(const TString& key, bool first);
     bool HaveOptionsChanged() const;
     void WriteNested(const IParameters& bag, const Table& entries);
-    const Table* FindNested(const Bag& bag) const;
+    const Table* FindNested(const Bag& bag);
     bool CanPack(int tag) const;
 
     // The beginning of a member up to its colon, with room for more units behind it; that of a single value with the
     // blank behind.
+    static char16_t* CopyStart(char16_t* to, const Record& parameter, std::size_t skipped, std::size_t size);
     char16_t* StartMember(const Record& parameter, bool first, std::size_t room);
     char16_t* StartSingle(const Record& parameter, bool first, std::size_t room);
     char16_t* StartLongMember(const Record& parameter, bool first, std::size_t room);
@@ -92,6 +94,7 @@ private:
     Captures m_captures;
     std::optional<BuildParameterStrings> m_visitor;  // once something is handed over
     bool m_useVerboseNames;
+    qvpreslayer::detail::NameForm m_form;
     bool m_compressArrays;
     bool m_optionsMayDiffer = false;  // host code has run
     bool m_allHandedOver = false;     // host code has left events open: what follows is for the visitor to spell
@@ -100,5 +103,6 @@ private:
     std::uint64_t m_generation;  // of the registry, when writing began
     const Record* m_first;       // that the last bag began with
     int m_depth = 0;
+    qvpreslayer::detail::BagsOfOneClass m_plainBags;
     qvpreslayer::detail::TextScratch m_scratch;
 };

@@ -63,6 +63,9 @@ struct DirectTextType {
     // exactly of this type, or has no text.
     std::u16string_view (*valueText)(const IParameter& value, TextScratch& scratch);
 
+    // What stands at the start of every object that holds one of this type (FunctionsOf).
+    const void* (*functions)();
+
     // The elements of a list: their number and the text of one by position. kNoList when value is not exactly a list of
     // this type.
     static constexpr std::size_t kNoList = static_cast<std::size_t>(-1);
@@ -74,41 +77,63 @@ struct DirectTextType {
     RefCntPtr<IParameter> (*fromTexts)(ITextSource& texts);
 };
 
-// What the short way needs of a parameter, side by side for the parameters of a namespace in the order of identifiers:
-// in documents one mostly follows the other.
+// How names are spelled in a document.
+enum class NameForm : unsigned char {
+    Camel,  // the camel-case forms of verbose names
+    Short,  // short names
+};
+inline constexpr std::size_t kNameForms = 2;
+
+// What the short way needs of a parameter in documents of one form, side by side for the parameters of a namespace in
+// the order of identifiers: in documents one mostly follows the other.
 struct DirectRecord {
-    static constexpr std::size_t kNameUnits = 40;
-    static constexpr std::size_t kStartUnits = 49;  // so many can be copied in whole blocks, also from the second on
+    static constexpr std::size_t kNameUnits = 36;
+    static constexpr std::size_t kFirstUnits = 24;  // the beginning of most members is copied at once, the rest of it
+    static constexpr std::size_t kOtherUnits = 20;  // in a second step
 
     const ParameterInfo* info = nullptr;   // null for the record behind the last one
     const DirectTextType* text = nullptr;  // for DirectType::Text
+    const void* functions = nullptr;       // of the values, where those and the name are usual (FunctionsOf); else null
     int id = std::numeric_limits<int>::min();
     ParameterTypeCategory kind = PTC_None;
     DirectType type = DirectType::None;
     DirectType single = DirectType::None;  // of single values, the type
     bool isFoundByNames = false;  // the namespace finds it by the names that it has now, and documents spell them so
-    std::uint8_t nameSize = 0;    // of the camel-case name; more than kNameUnits where it is not held here
+    std::uint8_t nameSize = 0;    // more than kNameUnits where the name is not held here; 0 where there is none
     std::uint8_t memberSize = 0;  // up to the colon behind the name; 0 where documents do not find it so
 
-    // How a member begins: a comma, the camel-case name between quotation marks, a colon and a blank. Filled up with
-    // zeros.
-    char16_t start[kStartUnits] = {};
+    // How a member begins: a comma, the name between quotation marks, a colon and a blank. Filled up with zeros, so
+    // that both steps can be copied from the second unit on, too.
+    char16_t start[1 + kFirstUnits + kOtherUnits] = {};
 
     const char16_t* Name() const noexcept { return start + 2; }
     const char16_t* Member() const noexcept { return start + 1; }
 };
 
+static_assert(sizeof(DirectRecord) == 128);  // two lines of the cache
+
 // What the registry keeps of each parameter for the short way.
 struct DirectInfo {
     DirectType type = DirectType::None;
-    const DirectTextType* text = nullptr;  // for DirectType::Text
-    const DirectRecord* record = nullptr;  // null until the namespace is filled
+    const DirectTextType* text = nullptr;          // for DirectType::Text
+    const DirectRecord* records[kNameForms] = {};  // by form; null until the namespace is filled
+
+    const DirectRecord* Record(NameForm form) const noexcept { return records[static_cast<std::size_t>(form)]; }
 };
 
 // How the values of a serializer go the short way. Only serializers that are exactly of one of the library's own
 // classes do: a derived class may convert otherwise.
 QVPRESLAYER_API DirectInfo DirectInfoOf(const IParameterSerializer& serializer);
 QVPRESLAYER_API DirectInfo DirectInfoOf(const IStructureSerializer& serializer);
+
+// What stands at the start of an object: where its virtual functions are, which tells its class apart from all others.
+// One class may have several of these, where modules do not share them; so another one tells nothing.
+inline const void* FunctionsOf(const IParameter& value) noexcept {
+    return *reinterpret_cast<const void* const*>(&value);
+}
+
+// What stands at the start of most values of such a parameter; null where nothing is known of them.
+QVPRESLAYER_API const void* FunctionsOf(DirectType type, const DirectTextType* text);
 
 // Implemented by visitors that can take values as they are, beside IStructuredParameterVisitor.
 class IDirectVisitor {
@@ -131,8 +156,8 @@ public:
     // The identifier of a short name; 0 when it has none.
     virtual int FindShort(std::u16string_view shortName) const noexcept = 0;
 
-    // All records, ascending by identifier; one more stands behind the last.
-    virtual std::span<const DirectRecord> GetRecords() const noexcept = 0;
+    // All records of a form, ascending by identifier; one more stands behind the last.
+    virtual std::span<const DirectRecord> GetRecords(NameForm form) const noexcept = 0;
 
 protected:
     ~INameIndex() = default;

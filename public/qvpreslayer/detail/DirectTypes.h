@@ -81,6 +81,14 @@ const V* Exactly(const IParameter& value) noexcept {
     return typeid(value) == typeid(ValParameter<V>) ? &static_cast<const ValParameter<V>&>(value).GetValue() : nullptr;
 }
 
+// What stands at the start of a holder of V.
+template <class V>
+const void* FunctionsOfHolder() {
+    const ValParameter<V> holder{V{}};
+    holder.SetRefCountToOne();
+    return FunctionsOf(holder);
+}
+
 template <HasDirectTraits T>
 struct DirectTextOperations {
     static std::u16string_view ValueText(const IParameter& value, TextScratch& scratch) {
@@ -119,7 +127,8 @@ struct DirectTextOperations {
         return MakeRefCnt<ValParameter<std::vector<T>>>(std::move(values));
     }
 
-    static constexpr DirectTextType kTable{&ValueText, &ListSize, &ElementText, &FromText, &FromTexts};
+    static constexpr DirectTextType kTable{&ValueText, &FunctionsOfHolder<T>, &ListSize, &ElementText, &FromText,
+                                           &FromTexts};
 };
 
 template <class T>

@@ -79,7 +79,8 @@ inline char16_t* WriteEightDigits(char16_t* to, std::uint32_t value) {
 
 #endif
 
-inline char16_t* WriteInteger(char16_t* to, std::uint32_t value) {
+// In place everywhere: lists of integers take a quarter longer with a call for each.
+[[gnu::always_inline]] inline char16_t* WriteInteger(char16_t* to, std::uint32_t value) {
     if (value < 10000) {
         return WriteUpToFourDigits(to, value);
     }

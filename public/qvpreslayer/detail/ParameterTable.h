@@ -30,11 +30,15 @@ public:
         Value value;
     };
 
-    ParameterTable() noexcept;
+    ParameterTable() noexcept = default;
     ParameterTable(ParameterTable&&) noexcept;  // leaves nothing behind
     ParameterTable(const ParameterTable&) = delete;
     ParameterTable& operator=(const ParameterTable&) = delete;
-    ~ParameterTable();
+    ~ParameterTable() {
+        if (m_entries != nullptr) {
+            RemoveArray();
+        }
+    }
 
     // The value under id, or null.
     IParameter* Find(int id) const noexcept {
@@ -75,7 +79,11 @@ public:
     // Removes the entry; answers whether there was one.
     bool Erase(int id) noexcept;
 
-    void Clear() noexcept;
+    void Clear() noexcept {
+        if (m_entries != nullptr || m_tree) {
+            ClearSome();
+        }
+    }
 
     bool IsEmpty() const noexcept { return m_size == 0 && (m_tree == nullptr || m_tree->empty()); }
 
@@ -108,6 +116,7 @@ private:
     void SetElsewhere(int id, Value value);
     Entry* LowerBound(int id) const noexcept;
     void Insert(Entry* before, int id, Value value);
+    void ClearSome() noexcept;
     void RemoveArray() noexcept;
     void MoveIntoTree();
     bool TryMoveIntoTree() noexcept;
