@@ -1,4 +1,6 @@
 // Whether locked operations can be spared. Not for callers.
+//
+// Exceptions: never throws.
 #pragma once
 
 #if defined(__has_include)
