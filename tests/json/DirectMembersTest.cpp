@@ -270,6 +270,40 @@ TEST_F(DirectMembers, ValuesOfDerivedClasses) {
     }
 }
 
+// A value of another type than its parameter's is never taken for one: it fails as it does under another name form or
+// layout, wherever it stands.
+TEST_F(DirectMembers, ValuesOfOtherTypes) {
+    m_registry.Add(L"kinds", 1, 9, [](AbstractParamAdder& adder) {
+        adder.AddSimple(1, L"b", L"b", new ParameterTypeSerializer<bool>);
+        adder.AddSimple(2, L"d", L"d", new ParameterTypeSerializer<double>);
+        adder.AddSimple(3, L"e", L"e", new ParameterTypeSerializer<TextAlign>);
+        adder.AddSimple(4, L"i", L"i", new ParameterTypeSerializer<int>);
+        adder.AddSimple(5, L"s", L"s", new TStringSerializer);
+    });
+    const RefCntPtr<IParameter> values[] = {MakeRefCnt<ValParameter<bool>>(true), MakeRefCnt<ValParameter<double>>(0.5),
+                                            MakeRefCnt<ValParameter<TextAlign>>(GetEnumValues<TextAlign>()[0].value),
+                                            MakeRefCnt<ValParameter<int>>(-7),
+                                            MakeRefCnt<ValParameter<TString>>(TString(L"t"))};
+    const JSONSerializer json(L"kinds");
+    for (int id = 1; id <= 5; ++id) {
+        for (int held = 1; held <= 5; ++held) {
+            for (const bool alone : {true, false}) {
+                if (held == id) {
+                    continue;
+                }
+                const auto bag = MakeBag();
+                bag->SetParameter(id, values[held - 1]);
+                if (!alone) {  // a usual one before it, or behind
+                    const int other = id == 1 ? 2 : 1;
+                    bag->SetParameter(other, values[other - 1]);
+                }
+                EXPECT_THROW(json.ToString(bag, JSONSerializer::Pretty), std::exception) << id << ' ' << held;
+                EXPECT_THROW(json.ToString(bag, JSONSerializer::Compact), std::exception) << id << ' ' << held;
+            }
+        }
+    }
+}
+
 // The last string of a text is closer to its end than a block: what has to be looked at is found in every place, and
 // nothing before the string counts.
 TEST_F(DirectMembers, LastStringsWithSpecialUnits) {
