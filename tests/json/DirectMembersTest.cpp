@@ -218,17 +218,27 @@ TEST_F(DirectMembers, UnusualValuesBetweenUsualOnes) {
     }
 }
 
+// A parameter of each type that most members have.
+class DirectKinds : public testing::Test {
+protected:
+    DirectKinds() {
+        m_registry.Add(L"kinds", 1, 9, [](AbstractParamAdder& adder) {
+            adder.AddSimple(1, L"b", L"b", new ParameterTypeSerializer<bool>);
+            adder.AddSimple(2, L"d", L"d", new ParameterTypeSerializer<double>);
+            adder.AddSimple(3, L"e", L"e", new ParameterTypeSerializer<TextAlign>);
+            adder.AddSimple(4, L"i", L"i", new ParameterTypeSerializer<int>);
+            adder.AddSimple(5, L"s", L"s", new TStringSerializer);
+        });
+        RegisterCoreNamespaceParameters(m_registry, L"qvcore");
+    }
+
+    TestRegistry m_registry;
+    JSONSerializer m_json{L"kinds"};
+};
+
 // Each kind of value, in a class of the host's own derived from the library's: it goes the long way, to the same text,
 // as the first member and behind another one.
-TEST_F(DirectMembers, ValuesOfDerivedClasses) {
-    m_registry.Add(L"kinds", 1, 9, [](AbstractParamAdder& adder) {
-        adder.AddSimple(1, L"b", L"b", new ParameterTypeSerializer<bool>);
-        adder.AddSimple(2, L"d", L"d", new ParameterTypeSerializer<double>);
-        adder.AddSimple(3, L"e", L"e", new ParameterTypeSerializer<TextAlign>);
-        adder.AddSimple(4, L"i", L"i", new ParameterTypeSerializer<int>);
-        adder.AddSimple(5, L"s", L"s", new TStringSerializer);
-    });
-    const JSONSerializer json(L"kinds");
+TEST_F(DirectKinds, ValuesOfDerivedClasses) {
     const TextAlign align = GetEnumValues<TextAlign>()[0].value;
     const TString name = GetEnumValues<TextAlign>()[0].name;
     const auto set = [&]<template <class> class Holder>(IParameters& bag, int id) {
@@ -257,7 +267,7 @@ TEST_F(DirectMembers, ValuesOfDerivedClasses) {
             }
             expected += (id == 1 ? TString() : TString(L",")) + texts[id - 1];
         }
-        EXPECT_EQ(expected + L"}", json.ToString(bag, JSONSerializer::Compact)) << unusual;
+        EXPECT_EQ(expected + L"}", m_json.ToString(bag, JSONSerializer::Compact)) << unusual;
     }
     // What has no name cannot be written, wherever it stands.
     for (const bool first : {true, false}) {
@@ -266,25 +276,17 @@ TEST_F(DirectMembers, ValuesOfDerivedClasses) {
             SetParameterValue<bool>(*bag, 1, true);
         }
         SetParameterValue<TextAlign>(*bag, 3, static_cast<TextAlign>(99));
-        EXPECT_THROW(json.ToString(bag, JSONSerializer::Compact), QuorvelException);
+        EXPECT_THROW(m_json.ToString(bag, JSONSerializer::Compact), QuorvelException);
     }
 }
 
-// A value of another type than its parameter's is never taken for one: it fails as it does under another name form or
-// layout, wherever it stands.
-TEST_F(DirectMembers, ValuesOfOtherTypes) {
-    m_registry.Add(L"kinds", 1, 9, [](AbstractParamAdder& adder) {
-        adder.AddSimple(1, L"b", L"b", new ParameterTypeSerializer<bool>);
-        adder.AddSimple(2, L"d", L"d", new ParameterTypeSerializer<double>);
-        adder.AddSimple(3, L"e", L"e", new ParameterTypeSerializer<TextAlign>);
-        adder.AddSimple(4, L"i", L"i", new ParameterTypeSerializer<int>);
-        adder.AddSimple(5, L"s", L"s", new TStringSerializer);
-    });
+// A value of another type than its parameter's is never taken for one: it fails as it does in
+// the pretty form, wherever it stands.
+TEST_F(DirectKinds, ValuesOfOtherTypes) {
     const RefCntPtr<IParameter> values[] = {MakeRefCnt<ValParameter<bool>>(true), MakeRefCnt<ValParameter<double>>(0.5),
                                             MakeRefCnt<ValParameter<TextAlign>>(GetEnumValues<TextAlign>()[0].value),
                                             MakeRefCnt<ValParameter<int>>(-7),
                                             MakeRefCnt<ValParameter<TString>>(TString(L"t"))};
-    const JSONSerializer json(L"kinds");
     for (int id = 1; id <= 5; ++id) {
         for (int held = 1; held <= 5; ++held) {
             for (const bool alone : {true, false}) {
@@ -297,8 +299,8 @@ TEST_F(DirectMembers, ValuesOfOtherTypes) {
                     const int other = id == 1 ? 2 : 1;
                     bag->SetParameter(other, values[other - 1]);
                 }
-                EXPECT_THROW(json.ToString(bag, JSONSerializer::Pretty), std::exception) << id << ' ' << held;
-                EXPECT_THROW(json.ToString(bag, JSONSerializer::Compact), std::exception) << id << ' ' << held;
+                EXPECT_THROW(m_json.ToString(bag, JSONSerializer::Pretty), std::exception) << id << ' ' << held;
+                EXPECT_THROW(m_json.ToString(bag, JSONSerializer::Compact), std::exception) << id << ' ' << held;
             }
         }
     }
