@@ -31,7 +31,7 @@ std::uint64_t NewGeneration() noexcept {
 }  // namespace
 
 struct ParametersRegistry::Impl {
-    explicit Impl(PublishedInfos::Place& place) noexcept : infos(place) {}
+    Impl(PublishedInfos::Place& place, State& ownState) noexcept : infos(place), state(ownState) {}
 
     std::map<TString, RefCntPtr<ParametersNamespace>> namespaces;
     boost::unordered_flat_set<int> unserializable;
@@ -39,8 +39,7 @@ struct ParametersRegistry::Impl {
     IdSegments segments;                   // follows from namespaces
     PublishedInfos infos;                  // of the filled namespaces that are marked as published
     std::mutex publishing;                 // held while infos grows
-    std::uint64_t generation = NewGeneration();
-    bool overlaps = false;  // some ranges had identifiers in common once
+    State& state;                  // the registry's own
 
     // The namespace of that name; ParameterNamespaceNotFoundException when there is none.
     ParametersNamespace& ByName(const TString& name) const {
@@ -114,7 +113,7 @@ struct ParametersRegistry::Impl {
         if (!segments.Overlaps(first, last)) {
             segments.ReserveOne();
             namespaces.emplace(name, std::move(added));
-            generation = NewGeneration();
+            state.generation = NewGeneration();
             segments.AddUncovered(first, last, owner);
             return;
         }
@@ -122,8 +121,8 @@ struct ParametersRegistry::Impl {
         try {
             SegmentsWithout(nullptr).Swap(segments);
             Unpublish();
-            overlaps = true;
-            generation = NewGeneration();
+            state.overlaps = true;
+            state.generation = NewGeneration();
         } catch (...) {
             namespaces.erase(place);
             throw;
@@ -142,7 +141,8 @@ struct ParametersRegistry::Impl {
     }
 };
 
-ParametersRegistry::ParametersRegistry() : m_impl(std::make_unique<Impl>(m_infos)) {}
+ParametersRegistry::ParametersRegistry()
+    : m_state{.generation = NewGeneration()}, m_impl(std::make_unique<Impl>(m_infos, m_state)) {}
 
 ParametersRegistry::~ParametersRegistry() = default;
 
@@ -183,7 +183,7 @@ void ParametersRegistry::RegisterNamespacePart(const TString& name, Registration
         RegisterNamespace(name, std::move(fill), firstId, lastId, false);
     } else {
         found->second->AddPart(std::move(fill), firstId, lastId);
-        m_impl->generation = NewGeneration();
+        m_state.generation = NewGeneration();
     }
 }
 
@@ -202,16 +202,18 @@ void ParametersRegistry::SetFallback(const TString& name, const TString& fallbac
         current = next == fallbacks.end() ? nullptr : &next->second;
     }
     fallbacks.emplace(name, fallback);
-    m_impl->generation = NewGeneration();
+    m_state.generation = NewGeneration();
 }
 
-void ParametersRegistry::AddUnserializable(int id) { m_impl->unserializable.insert(id); }
+void ParametersRegistry::AddUnserializable(int id) {
+    m_impl->unserializable.insert(id);
+    m_state.unserializable = true;
+    m_state.generation = NewGeneration();
+}
 
 bool ParametersRegistry::IsUnserializable(int id) const {
     return !m_impl->unserializable.empty() && m_impl->unserializable.contains(id);
 }
-
-bool ParametersRegistry::HasUnserializable() const noexcept { return !m_impl->unserializable.empty(); }
 
 void ParametersRegistry::Clear(const TString& name) {
     // All that may fail comes first.
@@ -223,20 +225,22 @@ void ParametersRegistry::Clear(const TString& name) {
     for (const ParameterRegistryinfo& row : rows) {
         m_impl->unserializable.erase(row.id);
     }
+    m_state.unserializable = !m_impl->unserializable.empty();
     std::erase_if(m_impl->fallbacks, [&](const auto& link) { return link.first == removed || link.second == removed; });
     m_impl->Unpublish();
     segments.Swap(m_impl->segments);
     m_impl->namespaces.erase(removed);
-    m_impl->generation = NewGeneration();
+    m_state.generation = NewGeneration();
 }
 
 void ParametersRegistry::Clear() {
-    m_impl->generation = NewGeneration();
+    m_state.generation = NewGeneration();
     m_impl->infos.Clear();
     m_impl->segments.Clear();
     m_impl->namespaces.clear();
-    m_impl->overlaps = false;
+    m_state.overlaps = false;
     m_impl->unserializable.clear();
+    m_state.unserializable = false;
     m_impl->fallbacks.clear();
 }
 
@@ -343,10 +347,6 @@ const qvpreslayer::detail::INameIndex* ParametersRegistry::FindNames(const TStri
     }
     return fill ? &found->second->Filled() : found->second->FindFilled();
 }
-
-bool ParametersRegistry::HasOverlaps() const noexcept { return m_impl->overlaps; }
-
-std::uint64_t ParametersRegistry::GetGeneration() const noexcept { return m_impl->generation; }
 
 std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> ParametersRegistry::GetNamespaceInfos() const {
     std::vector<std::pair<TString, std::vector<ParameterRegistryinfo>>> infos;

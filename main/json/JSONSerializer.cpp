@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <new>
 #include <optional>
 #include <utility>
@@ -18,8 +19,6 @@
 #include "main/json/JSONReader.h"
 #include "main/json/ThreadScratch.h"
 #include "main/json/direct/DirectFilling.h"
-#include "main/json/direct/DirectReader.h"
-#include "main/json/direct/DirectWriter.h"
 
 namespace {
 
@@ -79,35 +78,33 @@ RefCntPtr<IParameters> ReadEitherWay(const TString& json, const TString& namespa
 // for, so that most are neither copied nor grow.
 class OutputText {
 public:
-    OutputText() : m_kept(ThreadScratch::Find()) {
-        if (m_kept != nullptr && m_kept->textInUse) {
-            m_kept = nullptr;
+    OutputText() : m_output(FindKept()) {
+        if (m_output == nullptr) {
+            m_own = std::make_unique<ThreadScratch::Output>();
+            m_output = m_own.get();
         }
-        Foresee(m_kept != nullptr ? m_kept->lastUnits : 0);
-        if (m_kept != nullptr) {
-            m_kept->textInUse = true;
+        if (m_output->lastUnits > kReservedUnits || m_output->text.capacity() < kReservedUnits) [[unlikely]] {
+            Foresee(m_output->lastUnits);
         }
+        m_output->inUse = true;
     }
     OutputText(const OutputText&) = delete;
     OutputText& operator=(const OutputText&) = delete;
     ~OutputText() {
-        if (m_kept == nullptr) {
-            return;
+        m_output->writer.Forget();
+        if (Text().capacity() > kKeptUnits) [[unlikely]] {
+            Text() = TString();
         }
-        if (m_kept->text.capacity() > kKeptUnits) {
-            m_kept->text = TString();
-        }
-        m_kept->text.clear();
-        m_kept->textInUse = false;
+        Text().clear();
+        m_output->inUse = false;
     }
 
-    TString& Text() { return m_kept != nullptr ? m_kept->text : m_own; }
+    DirectWriter& Writer() { return m_output->writer; }
+    TString& Text() { return m_output->text; }
 
     TString Take() {
         const std::size_t size = Text().size();
-        if (m_kept != nullptr) {
-            m_kept->lastUnits = size <= kForeseenUnits ? size : 0;  // so long ones go by their lists
-        }
+        m_output->lastUnits = size <= kForeseenUnits ? size : 0;  // so long ones go by their lists
         if (size <= kCopiedUnits) {
             return Text().view();
         }
@@ -120,6 +117,12 @@ public:
     }
 
 private:
+    // The thread's, unless that is in use or there is none.
+    static ThreadScratch::Output* FindKept() {
+        ThreadScratch* const scratch = ThreadScratch::Find();
+        return scratch == nullptr || scratch->output.inUse ? nullptr : &scratch->output;
+    }
+
     // The last text tells nothing for certain: a short one must not fail for want of memory for a long one.
     void Foresee(std::size_t lastUnits) {
         if (lastUnits > kReservedUnits) {
@@ -138,8 +141,8 @@ private:
     static constexpr std::size_t kCutUnits = 131072;
     static constexpr std::size_t kForeseenUnits = qvsys::detail::kMostLargeBlock / sizeof(char16_t) / 4 * 3;
 
-    ThreadScratch* m_kept;
-    TString m_own;  // where the thread's is in use, or there is none
+    ThreadScratch::Output* m_output;
+    std::unique_ptr<ThreadScratch::Output> m_own;
 };
 
 }  // namespace
@@ -163,9 +166,8 @@ TString JSONSerializer::ToString(RefCntPtr<const IParameters> bag, OutputType ty
     OutputText output;
     TString& out = output.Text();
     if (type == Compact) {
-        DirectWriter(out, ParametersRegistry::Get(), PresModelBuilderSupport::GetTextOptions(),
-                     {m_captureEnabled, m_nestedCapture})
-            .Write(bag);
+        output.Writer().Write(out, ParametersRegistry::Get(), PresModelBuilderSupport::GetTextOptions(),
+                              {m_captureEnabled, m_nestedCapture}, bag);
     } else {
         BuildParameterStrings visitor(out, type, m_captureEnabled, m_nestedCapture,
                                       !PresModelBuilderSupport::UseVerboseNames());

@@ -3,14 +3,11 @@
 #include <new>
 #include <utility>
 
-#include <qvsys/BlockPool.h>
 #include <qvsys/ThreadEnd.h>
 
 #include <qvpreslayer/PresLayerLimits.h>
 
 namespace {
-
-thread_local constinit ThreadScratch* t_scratch = nullptr;
 
 bool WatchThread() noexcept {
     static qvsys::detail::ThreadEnd s_end(ThreadScratch::Release);
@@ -19,18 +16,17 @@ bool WatchThread() noexcept {
 
 }  // namespace
 
-ThreadScratch* ThreadScratch::Find() noexcept {
-    if (!qvsys::detail::KeepsBlocks()) [[unlikely]] {
-        return nullptr;
-    }
-    if (t_scratch == nullptr && WatchThread()) [[unlikely]] {
+thread_local constinit ThreadScratch* ThreadScratch::t_scratch = nullptr;
+
+ThreadScratch* ThreadScratch::Make() noexcept {
+    if (WatchThread()) {
         t_scratch = new (std::nothrow) ThreadScratch;
     }
     return t_scratch;
 }
 
 void ThreadScratch::Release() noexcept {
-    if (t_scratch != nullptr && !t_scratch->readerInUse && !t_scratch->textInUse) {
+    if (t_scratch != nullptr && !t_scratch->readerInUse && !t_scratch->output.inUse) {
         delete std::exchange(t_scratch, nullptr);
     }
 }

@@ -3,22 +3,40 @@
 
 #include <cstddef>
 
+#include <qvsys/BlockPool.h>
+
 #include <qvcore/TString.h>
 
 #include "main/json/direct/DirectReader.h"
+#include "main/json/direct/DirectWriter.h"
 
-// A reader, which remembers the order of members, and a text to write into. Whoever takes one of them clears the
-// other's way by the mark: host code that is called on the way may read and write documents, too.
+// A reader and a writer, which remember the order of members, and a text to write into. Whoever takes one of them
+// clears the other's way by the mark: host code that is called on the way may read and write documents, too.
 struct ThreadScratch {
+    struct Output {
+        DirectWriter writer;
+        TString text;
+        std::size_t lastUnits = 0;  // of the last text that was written
+        bool inUse = false;
+    };
+
     // The calling thread's; null where it keeps nothing, or there is no memory for it.
-    static ThreadScratch* Find() noexcept;
+    static ThreadScratch* Find() noexcept {
+        if (!qvsys::detail::KeepsBlocks()) [[unlikely]] {
+            return nullptr;
+        }
+        return t_scratch != nullptr ? t_scratch : Make();
+    }
 
     // Lets go of the calling thread's.
     static void Release() noexcept;
 
     DirectReader reader;
-    TString text;
-    std::size_t lastUnits = 0;  // of the last text that was written
     bool readerInUse = false;
-    bool textInUse = false;
+    Output output;
+
+private:
+    static ThreadScratch* Make() noexcept;
+
+    static thread_local constinit ThreadScratch* t_scratch;
 };

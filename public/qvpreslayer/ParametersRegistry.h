@@ -97,7 +97,7 @@ public:
     // Marks id, registered or not, as one that walks pass over; asks for the mark.
     void AddUnserializable(int id);
     bool IsUnserializable(int id) const;
-    bool HasUnserializable() const noexcept;  // whether any is marked
+    bool HasUnserializable() const noexcept { return m_state.unserializable; }  // whether any is marked
 
     // Removes the namespace, its links as a fallback and to one, and the unserializable marks of its identifiers that
     // have both names. ParameterNamespaceNotFoundException when there is none. Fills it first when need be. References
@@ -164,11 +164,11 @@ public:
     // not ask for that; whether ranges overlap, so that an identifier may not belong to the namespace that names it.
     // Valid until the namespace is cleared.
     const qvpreslayer::detail::INameIndex* FindNames(const TString& namespaceName, bool fill) const;
-    bool HasOverlaps() const noexcept;
+    bool HasOverlaps() const noexcept { return m_state.overlaps; }
 
     // For the library's own use: a number that no other state of any registry of the process has. What lookups
     // answered is valid while it is the same.
-    std::uint64_t GetGeneration() const noexcept;
+    std::uint64_t GetGeneration() const noexcept { return m_state.generation; }
 
     // The registered namespaces in name order, each with its identifiers that have both names, in the order in which
     // they were added. Fills every namespace.
@@ -188,8 +188,16 @@ protected:
 private:
     struct Impl;
 
+    // What writers and readers ask before every document.
+    struct State {
+        std::uint64_t generation;
+        bool overlaps = false;        // some ranges had identifiers in common once
+        bool unserializable = false;  // some identifier is marked
+    };
+
     const ParameterInfo* FindUnpublished(int id) const;
 
     std::atomic<const qvpreslayer::detail::InfoTable*> m_infos{nullptr};  // m_impl's own
+    State m_state;
     std::unique_ptr<Impl> m_impl;
 };

@@ -39,14 +39,6 @@ constexpr std::size_t kAroundName = 8 + kCopySlack;
 constexpr std::size_t kStartRoom =
     qvpreslayer::detail::DirectRecord::kFirstUnits + qvpreslayer::detail::DirectRecord::kOtherUnits;
 
-// What the last bag of the thread began with; of no use when the registry has changed since, or for the other names.
-struct LastFirst {
-    std::uint64_t generation;
-    const qvpreslayer::detail::DirectRecord* record;
-    NameForm form;
-};
-thread_local constinit LastFirst s_lastFirst{0, nullptr, NameForm::Camel};
-
 // Room for the values that most members have.
 constexpr std::size_t kUsualUnits = kLongestNumber<double>;
 
@@ -73,29 +65,38 @@ using BagMap = BagStructureSerializer::BagMap;
 
 }  // namespace
 
-DirectWriter::DirectWriter(TString& out, const ParametersRegistry& registry,
-                           PresModelBuilderSupport::TextOptions options, Captures captures)
-    : m_sink(out),
-      m_registry(registry),
-      m_captures(captures),
-      m_useVerboseNames(options.useVerboseNames),
-      m_form(options.useVerboseNames ? NameForm::Camel : NameForm::Short),
-      m_compressArrays(options.compressArrays),
-      m_hasUnserializable(registry.HasUnserializable()),
-      m_guesses(!registry.HasOverlaps() && !m_hasUnserializable),
-      m_generation(registry.GetGeneration()),
-      m_first(s_lastFirst.generation == m_generation && s_lastFirst.form == m_form ? s_lastFirst.record : kNoRecord) {}
+[[gnu::always_inline]] inline void DirectWriter::Begin(TString& out, const ParametersRegistry& registry,
+                                                       const PresModelBuilderSupport::TextOptions& options,
+                                                       const Captures& captures) noexcept {
+    m_sink.Begin(out);
+    const NameForm form = options.useVerboseNames ? NameForm::Camel : NameForm::Short;
+    if (m_generation != registry.GetGeneration() || m_form != form) [[unlikely]] {
+        m_registry = &registry;
+        m_generation = registry.GetGeneration();
+        m_form = form;
+        m_first = kNoRecord;
+    }
+    m_captures = captures;
+    m_options = options;
+    m_optionsMayDiffer = false;
+    m_allHandedOver = false;
+    m_guesses = !registry.HasOverlaps() && !registry.HasUnserializable();
+    m_depth = 0;
+    m_plainBags = {};
+}
 
-void DirectWriter::Write(const RefCntPtr<const IParameters>& bag) {
+void DirectWriter::Write(TString& out, const ParametersRegistry& registry,
+                         const PresModelBuilderSupport::TextOptions& options, const Captures& captures,
+                         const RefCntPtr<const IParameters>& bag) {
+    Begin(out, registry, options, captures);
     m_sink.Put(u'{');
     if (const Table* const entries = FindNested(bag)) {
-        WriteMembers(*bag, *entries);
+        WriteMembers(*bag.Get(), *entries);
     } else {
         HandOverAll(bag);
     }
     m_sink.Put(u'}');
     m_sink.Flush();
-    s_lastFirst = {m_generation, m_first, m_form};
 }
 
 // The entries of a bag that can be written here; null for one that cannot.
@@ -223,7 +224,7 @@ const DirectWriter::Table::Entry* DirectWriter::WriteUsual(const Table::Entry* e
                                                             Members& members) {
     const Record* record = members.guess;
     if (!m_guesses || record->id != id) [[unlikely]] {
-        if (m_hasUnserializable && m_registry.IsUnserializable(id)) {
+        if (m_registry->HasUnserializable() && m_registry->IsUnserializable(id)) {
             return;
         }
         record = FindRecord(id);
@@ -242,26 +243,35 @@ void DirectWriter::WriteMembers(const IParameters& bag, const Table& entries) {
     const BagLevel level;
     ++m_depth;
     Members members{true, m_first};
-    for (std::size_t i = 0; i < entries.Array().size(); ++i) {  // host code that is called on the way may change it
-        if (m_guesses) [[likely]] {
-            const Table::Entry* const begin = entries.Array().data();
-            i = static_cast<std::size_t>(WriteUsual(begin + i, begin + entries.Array().size(), members) - begin);
-            if (i == entries.Array().size()) {
-                break;
-            }
-        }
-        const Table::Entry& entry = entries.Array()[i];
-        WriteEntry(bag, entry.id, entry.value, members);
-    }
-    if (entries.IsTree()) [[unlikely]] {
-        entries.ForEach([&](int id, const Value& value) { WriteEntry(bag, id, value, members); });
+    const Table::Entry* const begin = entries.Array().data();
+    const Table::Entry* const end = begin + entries.Array().size();
+    const Table::Entry* const written = m_guesses ? WriteUsual(begin, end, members) : begin;
+    if (written != end || entries.IsTree()) {
+        WriteOthers(bag, entries, static_cast<std::size_t>(written - begin), members);
     }
     --m_depth;
 }
 
+// The entries from one on, of which the first is not usual.
+[[gnu::noinline]] void DirectWriter::WriteOthers(const IParameters& bag, const Table& entries, std::size_t from,
+                                                 Members& members) {
+    for (std::size_t i = from; i < entries.Array().size(); ++i) {  // host code that is called on the way may change it
+        const Table::Entry& entry = entries.Array()[i];
+        WriteEntry(bag, entry.id, entry.value, members);
+        if (m_guesses) [[likely]] {
+            const Table::Entry* const begin = entries.Array().data();
+            const std::size_t next = std::min(i + 1, entries.Array().size());
+            i = static_cast<std::size_t>(WriteUsual(begin + next, begin + entries.Array().size(), members) - begin) - 1;
+        }
+    }
+    if (entries.IsTree()) [[unlikely]] {
+        entries.ForEach([&](int id, const Value& value) { WriteEntry(bag, id, value, members); });
+    }
+}
+
 // That of no parameter where the identifier, or its record, is not known, or all is for the visitor to spell.
 const DirectWriter::Record* DirectWriter::FindRecord(int id) const {
-    const ParameterInfo* const info = m_allHandedOver ? nullptr : m_registry.FindInfo(id);
+    const ParameterInfo* const info = m_allHandedOver ? nullptr : m_registry->FindInfo(id);
     const Record* const record = info == nullptr ? nullptr : info->direct.Record(m_form);
     return record == nullptr ? kNoRecord : record;
 }
@@ -297,7 +307,7 @@ BuildParameterStrings& DirectWriter::Visitor() {
     if (!m_visitor) {
         TString& out = m_sink.Text();
         const std::size_t size = out.size();
-        m_visitor.emplace(out, JSONSerializer::Compact, m_captures.enabled, m_captures.nested, !m_useVerboseNames);
+        m_visitor.emplace(out, JSONSerializer::Compact, m_captures.enabled, m_captures.nested, !m_options.useVerboseNames);
         out.resize(size);  // the opening brace stands at the start already
     }
     return *m_visitor;
@@ -310,8 +320,8 @@ bool DirectWriter::HandOver(const IParameters& bag, int id, const Value& value, 
     if (!m_allHandedOver) {
         visitor.ContinueMembers(first);
     }
-    VisitStructuredParameters(m_registry, RefCntPtr<const IParameters>(&bag), visitor, m_useVerboseNames,
-                              m_compressArrays)
+    VisitStructuredParameters(*m_registry, RefCntPtr<const IParameters>(&bag), visitor, m_options.useVerboseNames,
+                              m_options.compressArrays)
         .VisitParameter(id, value);
     m_sink.Reload();
     m_optionsMayDiffer = true;
@@ -322,18 +332,18 @@ bool DirectWriter::HandOver(const IParameters& bag, int id, const Value& value, 
 
 void DirectWriter::HandOverAll(const Bag& bag) {
     m_sink.Flush();
-    VisitStructuredParameters(m_registry, bag, Visitor(), m_useVerboseNames, m_compressArrays).Walk();
+    VisitStructuredParameters(*m_registry, bag, Visitor(), m_options.useVerboseNames, m_options.compressArrays).Walk();
     m_sink.Reload();
 }
 
 // Names that records do not hold.
 char16_t* DirectWriter::StartLongMember(const Record& parameter, bool first, std::size_t room) {
-    const TString& name = m_useVerboseNames ? parameter.info->camelName : parameter.info->shortName;
+    const TString& name = m_options.useVerboseNames ? parameter.info->camelName : parameter.info->shortName;
     char16_t* to = m_sink.Room(name.size() + kAroundName + room);
     if (!first) {
         *to++ = u',';
     }
-    if (m_useVerboseNames) {
+    if (m_options.useVerboseNames) {
         *to++ = u'"';
         to = CopyText(to, name);
         *to++ = u'"';
@@ -397,9 +407,9 @@ bool DirectWriter::WriteList(const Record& parameter, const IParameter& value, b
 
 // The tag of nested lists must be registered as a list of bare items with a name, as the core namespace has it.
 bool DirectWriter::CanPack(int tag) const {
-    const ParameterInfo* info = m_registry.FindInfo(tag);
+    const ParameterInfo* info = m_registry->FindInfo(tag);
     return info != nullptr && info->kind == PTC_List && info->serializer &&
-           !(m_useVerboseNames ? info->verboseName : info->shortName).empty() &&
+           !(m_options.useVerboseNames ? info->verboseName : info->shortName).empty() &&
            info->serializer->GetType() == PTC_Number;
 }
 
@@ -409,13 +419,13 @@ bool DirectWriter::WriteNumbers(const Record& parameter, const IParameter& value
                                      : std::is_signed_v<T>       ? CoreParameterID::IntRLE
                                                                  : CoreParameterID::UIntRLE;
     const auto* values = Exactly<std::vector<T>>(value);
-    if (values == nullptr || (m_compressArrays && !CanPack(static_cast<int>(kTag)))) {
+    if (values == nullptr || (m_options.compressArrays && !CanPack(static_cast<int>(kTag)))) {
         return false;
     }
     char16_t* to = StartMember(parameter, first, 0);
     *to++ = u'[';
     m_sink.Accept(to);
-    if (m_compressArrays) {
+    if (m_options.compressArrays) {
         WritePacked(m_sink, *values);
     } else {
         NumberList<T>(m_sink).Write(*values);
@@ -461,7 +471,7 @@ void DirectWriter::PutKey(const TString& key, bool first) {
     if (!first) {
         *to++ = u',';
     }
-    if (!m_useVerboseNames) {
+    if (!m_options.useVerboseNames) {
         PutQuoted(m_sink, to, key);
         m_sink.Put(u':');
         return;
@@ -530,7 +540,7 @@ bool DirectWriter::HaveOptionsChanged() const {
         return false;
     }
     const PresModelBuilderSupport::TextOptions options = PresModelBuilderSupport::GetTextOptions();
-    return options.useVerboseNames != m_useVerboseNames || options.compressArrays != m_compressArrays;
+    return options.useVerboseNames != m_options.useVerboseNames || options.compressArrays != m_options.compressArrays;
 }
 
 bool DirectWriter::WriteBag(const Record& parameter, const IParameter& value, bool first) {

@@ -1,4 +1,4 @@
-// Bags straight into the compact form. Included by JSONSerializer.cpp.
+// Bags straight into the compact form. Included by ThreadScratch.h.
 #pragma once
 
 #include <cstdint>
@@ -30,12 +30,20 @@ public:
         bool nested;
     };
 
-    // Writes behind what out holds; captures are for the visitor. Requires: out and registry outlive the writer.
-    DirectWriter(TString& out, const ParametersRegistry& registry, PresModelBuilderSupport::TextOptions options,
-                 Captures captures);
+    // Writes the outermost bag behind what out holds; captures are for the visitor. LogicException "m_ptr" when the bag
+    // is null. May be called again for another bag, which is faster than a new writer.
+    void Write(TString& out, const ParametersRegistry& registry, const PresModelBuilderSupport::TextOptions& options,
+               const Captures& captures, const RefCntPtr<const IParameters>& bag);
 
-    // Writes the outermost bag. LogicException "m_ptr" when it is null.
-    void Write(const RefCntPtr<const IParameters>& bag);
+    // Lets go of what a text has left, and of memory beyond what most texts take.
+    void Forget() noexcept {
+        if (m_visitor) [[unlikely]] {
+            m_visitor.reset();
+        }
+        if (m_scratch.text.capacity() > kKeptUnits) [[unlikely]] {
+            m_scratch.text = TString();
+        }
+    }
 
 private:
     using Bag = RefCntPtr<const IParameters>;
@@ -49,8 +57,12 @@ private:
         const Record* guess;  // of the next one
     };
 
+    void Begin(TString& out, const ParametersRegistry& registry, const PresModelBuilderSupport::TextOptions& options,
+               const Captures& captures) noexcept;
+
     // Behind the opening brace of an object.
     void WriteMembers(const IParameters& bag, const Table& entries);
+    void WriteOthers(const IParameters& bag, const Table& entries, std::size_t from, Members& members);
     void WriteEntry(const IParameters& bag, int id, const Value& value, Members& members);
     const Table::Entry* WriteUsual(const Table::Entry* entry, const Table::Entry* end, Members& members);
 
@@ -89,19 +101,23 @@ private:
     char16_t* StartSingle(const Record& parameter, bool first, std::size_t room);
     char16_t* StartLongMember(const Record& parameter, bool first, std::size_t room);
 
+    static constexpr std::size_t kKeptUnits = 4096;  // of the text of a value, for the next one
+
     TextSink m_sink;
-    const ParametersRegistry& m_registry;
-    Captures m_captures;
+
+    // Of the last text, and good for the next one as long as the registry and the form of names are the same.
+    const ParametersRegistry* m_registry = nullptr;
+    std::uint64_t m_generation = 0;  // of the registry, when writing began
+    qvpreslayer::detail::NameForm m_form = qvpreslayer::detail::NameForm::Camel;
+    const Record* m_first = nullptr;  // that the last bag began with
+
+    // Of one text.
+    Captures m_captures{};
+    PresModelBuilderSupport::TextOptions m_options;
     std::optional<BuildParameterStrings> m_visitor;  // once something is handed over
-    bool m_useVerboseNames;
-    qvpreslayer::detail::NameForm m_form;
-    bool m_compressArrays;
-    bool m_optionsMayDiffer = false;  // host code has run
-    bool m_allHandedOver = false;     // host code has left events open: what follows is for the visitor to spell
-    bool m_hasUnserializable;
-    bool m_guesses;              // without it, something about every parameter has to be looked up
-    std::uint64_t m_generation;  // of the registry, when writing began
-    const Record* m_first;       // that the last bag began with
+    bool m_optionsMayDiffer = false;                 // host code has run
+    bool m_allHandedOver = false;  // host code has left events open: what follows is for the visitor to spell
+    bool m_guesses = false;        // without it, something about every parameter has to be looked up
     int m_depth = 0;
     qvpreslayer::detail::BagsOfOneClass m_plainBags;
     qvpreslayer::detail::TextScratch m_scratch;

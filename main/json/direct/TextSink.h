@@ -12,10 +12,15 @@
 // behind: Flush brings it up to date, Reload starts again from it.
 class TextSink {
 public:
-    // Requires: text outlives the sink.
-    explicit TextSink(TString& text) : m_text(text) { Reload(); }
+    TextSink() = default;
     TextSink(const TextSink&) = delete;
     TextSink& operator=(const TextSink&) = delete;
+
+    // Goes on behind what text holds. Requires: text outlives the use of the sink.
+    void Begin(TString& text) noexcept {
+        m_text = &text;
+        Reload();
+    }
 
     // Where to write up to units.
     char16_t* Room(std::size_t units) {
@@ -34,30 +39,30 @@ public:
         m_at = at + 1;
     }
 
-    void Flush() noexcept { m_text.Accept(m_at); }
+    void Flush() noexcept { m_text->Accept(m_at); }
 
     void Reload() noexcept {
-        m_at = m_text.mutable_data() + m_text.size();
-        m_limit = m_text.mutable_data() + m_text.capacity();
+        m_at = m_text->mutable_data() + m_text->size();
+        m_limit = m_text->mutable_data() + m_text->capacity();
     }
 
     // Takes back what was written behind the first units.
-    void Shrink(std::size_t units) noexcept { m_at = m_text.mutable_data() + units; }
+    void Shrink(std::size_t units) noexcept { m_at = m_text->mutable_data() + units; }
 
-    std::size_t Size() const noexcept { return static_cast<std::size_t>(m_at - m_text.data()); }
+    std::size_t Size() const noexcept { return static_cast<std::size_t>(m_at - m_text->data()); }
 
-    TString& Text() noexcept { return m_text; }
+    TString& Text() noexcept { return *m_text; }
 
 private:
     void Grow(std::size_t units) {
         Flush();
-        m_text.Extend(units);
+        m_text->Extend(units);
         Reload();
     }
 
-    TString& m_text;
-    char16_t* m_at;
-    char16_t* m_limit;
+    TString* m_text = nullptr;
+    char16_t* m_at = nullptr;
+    char16_t* m_limit = nullptr;
 };
 
 // What CopyText may write beyond the end of the text.

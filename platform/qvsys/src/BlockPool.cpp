@@ -33,7 +33,6 @@ constexpr CurrentSlabs NoSlabs() {
 
 // Plain data, so that reaching it needs no check whether it has been made.
 thread_local constinit BlockHeap* t_heap = nullptr;
-thread_local constinit bool t_keepsNone = false;
 
 // Set once a block of a kept size came from the allocator itself. Until then no one asks where a block is from.
 constinit std::atomic<bool> s_hasLooseBlocks{false};
@@ -93,6 +92,7 @@ inline void ReleaseKept(void* block) noexcept {
 }  // namespace
 
 constinit thread_local CurrentSlabs t_currentSlabs = NoSlabs();
+constinit thread_local bool t_keepsNone = !QVSYS_KEEP_BLOCKS;
 
 void* AllocateBlockSlowly(std::size_t bytes) {
     if (!IsKept(bytes)) {
@@ -137,7 +137,7 @@ void ReleaseSmallBlock(void* block) noexcept {
 void ReleaseBlockOfAnySize(void* block) noexcept { ReleaseLoose(block, kGranule); }
 
 void ReleaseKeptBlocks() noexcept {
-    t_keepsNone = false;
+    t_keepsNone = !QVSYS_KEEP_BLOCKS;
     if (t_heap != nullptr) {
         t_heap->FreeEmptySlabs(t_currentSlabs);
     }
@@ -150,7 +150,5 @@ KeepNoBlocks::KeepNoBlocks() noexcept {
 }
 
 KeepNoBlocks::~KeepNoBlocks() { ReleaseKeptBlocks(); }
-
-bool KeepsBlocks() noexcept { return QVSYS_KEEP_BLOCKS && !t_keepsNone; }
 
 }  // namespace qvsys::detail

@@ -41,6 +41,9 @@ struct SlabFront {
 // The slabs that the calling thread takes blocks from just now, by size. Those of no use have no free block.
 extern QVSYS_API constinit thread_local std::array<SlabFront*, kLargestKeptBlock / kGranule> t_currentSlabs;
 
+// Whether the calling thread keeps no blocks.
+extern QVSYS_API constinit thread_local bool t_keepsNone;
+
 // As AllocateBlock, where there is no free block of that size at hand.
 [[nodiscard]] QVSYS_API void* AllocateBlockSlowly(std::size_t bytes);
 
@@ -84,7 +87,7 @@ public:
 };
 
 // Whether the calling thread keeps anything: not while a KeepNoBlocks lives, and not under a sanitizer.
-QVSYS_API bool KeepsBlocks() noexcept;
+inline bool KeepsBlocks() noexcept { return !t_keepsNone; }
 
 }  // namespace qvsys::detail
 
