@@ -44,21 +44,27 @@ inline char16_t* WriteFourDigits(char16_t* to, std::uint32_t value) {
 
 #if defined(__SSE2__)
 
-// The eight digits of a number below 10^8, as numbers, the first one lowest. Each lane is divided by its power of ten
-// through multiplications that are exact below 10000; a tenth of it, taken from its neighbour, leaves the digit.
+// The digits of two numbers below 10000, as numbers, the first one lowest; each of the numbers, times four, stands in
+// four lanes. Each lane is divided by its power of ten through multiplications that are exact below 10000; a tenth of
+// it, taken from its neighbour, leaves the digit.
+inline __m128i DigitsOfLanes(__m128i lanes) {
+    const __m128i divided =
+        _mm_mulhi_epu16(lanes, _mm_setr_epi16(8389, 5243, 13108, -32768, 8389, 5243, 13108, -32768));
+    const __m128i quotients =
+        _mm_mulhi_epu16(divided, _mm_setr_epi16(1 << 7, 1 << 11, 1 << 13, -32768, 1 << 7, 1 << 11, 1 << 13, -32768));
+    // What the first lanes are multiplied by does not matter; factors that differ keep the compiler from spelling one
+    // multiplication as four additions and shifts.
+    return _mm_add_epi16(quotients, _mm_mullo_epi16(_mm_slli_epi64(quotients, 16),
+                                                    _mm_setr_epi16(0, -10, -10, -10, 0, -10, -10, -10)));
+}
+
+// The eight digits of a number below 10^8, as numbers, the first one lowest.
 inline __m128i SplitEightDigits(std::uint32_t value) {
     const std::uint32_t high = value / 10000;
     const std::uint32_t low = value - high * 10000;
     const __m128i halves =
         _mm_unpacklo_epi64(_mm_cvtsi32_si128(static_cast<int>(high)), _mm_cvtsi32_si128(static_cast<int>(low)));
-    const __m128i shifted = _mm_slli_epi64(halves, 2);
-    const __m128i pairs = _mm_shufflelo_epi16(_mm_shufflehi_epi16(shifted, 0), 0);
-    const __m128i divided =
-        _mm_mulhi_epu16(pairs, _mm_setr_epi16(8389, 5243, 13108, -32768, 8389, 5243, 13108, -32768));
-    const __m128i quotients =
-        _mm_mulhi_epu16(divided, _mm_setr_epi16(1 << 7, 1 << 11, 1 << 13, -32768, 1 << 7, 1 << 11, 1 << 13, -32768));
-    const __m128i tenfold = _mm_mullo_epi16(quotients, _mm_set1_epi16(10));
-    return _mm_sub_epi16(quotients, _mm_slli_epi64(tenfold, 16));
+    return DigitsOfLanes(_mm_shufflelo_epi16(_mm_shufflehi_epi16(_mm_slli_epi64(halves, 2), 0), 0));
 }
 
 inline void StoreDigits(char16_t* to, __m128i digits) {
