@@ -12,14 +12,17 @@
 inline bool IsPlainUnit(char16_t unit) { return unit > 0x1F && unit != u'"' && unit != u'\\' && unit != 0x7F; }
 
 #if defined(__SSE2__)
-// Two bits for each of eight units that is not plain, the first unit's lowest.
-inline unsigned SpecialUnits(__m128i units) {
+// All bits of each of eight units that is not plain.
+inline __m128i SpecialLanes(__m128i units) {
     const __m128i control = _mm_cmpeq_epi16(_mm_subs_epu16(units, _mm_set1_epi16(0x1F)), _mm_setzero_si128());
     const __m128i marks =
         _mm_or_si128(_mm_cmpeq_epi16(units, _mm_set1_epi16(u'"')), _mm_cmpeq_epi16(units, _mm_set1_epi16(u'\\')));
     const __m128i del = _mm_cmpeq_epi16(units, _mm_set1_epi16(0x7F));
-    return static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(control, marks), del)));
+    return _mm_or_si128(_mm_or_si128(control, marks), del);
 }
+
+// Two bits for each of eight units that is not plain, the first unit's lowest.
+inline unsigned SpecialUnits(__m128i units) { return static_cast<unsigned>(_mm_movemask_epi8(SpecialLanes(units))); }
 #endif
 
 // The first unit from at on that is not plain, or end. Eight units at a time where the machine can, the last ones

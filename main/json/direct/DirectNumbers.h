@@ -21,7 +21,10 @@ inline constexpr std::size_t kLongestNumber =
 template <class T>
 char16_t* WriteNumberText(char16_t* to, const T& value) {
     if constexpr (std::is_same_v<T, bool>) {
-        return value ? CopyUnits(to, u"true") : CopyUnits(to, u"false");
+        // Without a branch: truth is hard to foretell.
+        static constexpr char16_t kWords[2][9] = {u"false\0\0\0", u"true\0\0\0\0"};
+        std::memcpy(to, kWords[value ? 1 : 0], 8 * sizeof(char16_t));
+        return to + (value ? 4 : 5);
     } else if constexpr (std::is_floating_point_v<T>) {
         return qvpreslayer::detail::WriteReal(to, value);
     } else {

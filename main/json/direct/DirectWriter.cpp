@@ -39,6 +39,9 @@ constexpr std::size_t kAroundName = 8 + kCopySlack;
 constexpr std::size_t kStartRoom =
     qvpreslayer::detail::DirectRecord::kFirstUnits + qvpreslayer::detail::DirectRecord::kOtherUnits;
 
+// Texts that most are.
+constexpr std::size_t kShortUnits = 64;
+
 // Room for the values that most members have.
 constexpr std::size_t kUsualUnits = kLongestNumber<double>;
 
@@ -174,6 +177,22 @@ template <class T>
     }
 }
 
+// A text between quotation marks, in room for the values that most members have.
+[[gnu::always_inline]] inline void DirectWriter::PutUsualText(char16_t* to, std::u16string_view text) {
+    char16_t* const end = text.size() <= kShortUnits ? CopyQuotedBlocks(to, text) : nullptr;
+    if (end != nullptr) [[likely]] {
+        m_sink.Accept(end);
+    } else {
+        PutLongText(to, text);
+    }
+}
+
+// The same for long texts, and those that need escapes.
+[[gnu::noinline]] void DirectWriter::PutLongText(char16_t* to, std::u16string_view text) {
+    m_sink.Accept(to);
+    PutQuoted(m_sink, m_sink.Room(text.size() + 2 * kCopySlack), text);
+}
+
 // Writes the entries from one on that are what most are, each followed in the records by the next: values that are
 // exactly of their type, under names that records hold. Answers behind the last of them. Requires: m_guesses.
 //
@@ -188,7 +207,6 @@ const DirectWriter::Table::Entry* DirectWriter::WriteUsual(const Table::Entry* e
             break;
         }
         char16_t* to = CopyStart(m_sink.Room(kStartRoom + kUsualUnits), *record, skipped, record->nameSize + 5u);
-        std::u16string_view text;
         switch (record->single) {
             case DirectType::Int:
                 m_sink.Accept(WriteNumberText(to, Held<int>(value)));
@@ -200,20 +218,22 @@ const DirectWriter::Table::Entry* DirectWriter::WriteUsual(const Table::Entry* e
                 m_sink.Accept(WriteNumberText(to, Held<bool>(value)));
                 continue;
             case DirectType::String:
-                text = Held<TString>(value).view();
-                break;
+                PutUsualText(to, Held<TString>(value).view());
+                continue;
             default:
-                text = record->text->valueText(value, m_scratch);
                 break;
         }
-        if (text.data() == nullptr) [[unlikely]] {
+        const std::u16string_view text = record->text->valueText(value, m_scratch);
+        if (record->text->isPlain && text.size() - 1 < kUsualUnits - kCopySlack) [[likely]] {
+            *to = u'"';
+            to = CopyPlain(to + 1, text);
+            *to = u'"';
+            m_sink.Accept(to + 1);
+        } else if (text.data() == nullptr) [[unlikely]] {
             break;  // the long way tells
+        } else {
+            PutLongText(to, text);
         }
-        if (text.size() > kUsualUnits - 2 * kCopySlack) [[unlikely]] {
-            m_sink.Accept(to);
-            to = m_sink.Room(text.size() + 2 * kCopySlack);
-        }
-        PutQuoted(m_sink, to, text);
     }
     members = {skipped != 0, record};
     return entry;
@@ -388,7 +408,7 @@ bool DirectWriter::WriteList(const Record& parameter, const IParameter& value, b
             *to++ = u'[';
             m_sink.Accept(to);
             for (std::size_t i = 0; i < values->size(); ++i) {
-                to = m_sink.Room(8);
+                to = m_sink.Room(1 + kLongestNumber<bool>);
                 if (i != 0) {
                     *to++ = u',';
                 }

@@ -7,3 +7,10 @@ void CopyEscaped(TextSink& sink, std::u16string_view text) {
     AppendEscaped(sink.Text(), text);
     sink.Reload();
 }
+
+void PutEscaped(TextSink& sink, char16_t* to, std::u16string_view text) {
+    *to++ = u'"';
+    sink.Accept(to);
+    CopyEscaped(sink, text);
+    sink.Put(u'"');
+}

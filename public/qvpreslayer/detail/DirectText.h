@@ -63,6 +63,8 @@ struct DirectTextType {
     // exactly of this type, or has no text.
     std::u16string_view (*valueText)(const IParameter& value, TextScratch& scratch);
 
+    bool isPlain;  // no text of a value needs an escape in JSON
+
     // What stands at the start of every object that holds one of this type (FunctionsOf).
     const void* (*functions)();
 

@@ -1,6 +1,7 @@
 // How each type of value goes the short way (see DirectText.h), worked out by the compiler. Not for callers.
 #pragma once
 
+#include <algorithm>
 #include <concepts>
 #include <cstdint>
 #include <type_traits>
@@ -18,6 +19,7 @@ namespace qvpreslayer::detail {
 //
 //   static std::u16string_view Text(const T& value, TextScratch& scratch);   the default view: no text
 //   static bool Read(std::u16string_view text, T& value);                    false: the long way tells
+//   static constexpr bool kIsPlain;                                          no text needs an escape in JSON
 template <class T>
 struct DirectTraits {};
 
@@ -31,6 +33,13 @@ concept TableEnum = std::is_enum_v<E> && requires {
 
 template <TableEnum E>
 struct DirectTraits<E> {
+    static constexpr bool kIsPlain = std::all_of(
+        ParameterTypeTraits<E>::kNames.begin(), ParameterTypeTraits<E>::kNames.end(), [](const auto& line) {
+            return std::all_of(line.name.begin(), line.name.end(), [](char16_t unit) {
+                return unit == u'-' || (unit >= u'0' && unit <= u'9') || (unit >= u'a' && unit <= u'z') ||
+                       (unit >= u'A' && unit <= u'Z');
+            });
+        });
     static std::u16string_view Text(const E& value, TextScratch&) { return ParameterTypeTraits<E>::FindName(value); }
     static bool Read(std::u16string_view text, E& value) {
         value = ParameterTypeTraits<E>::FromName(text);
@@ -41,6 +50,7 @@ struct DirectTraits<E> {
 // Durations: what DurationTraits says.
 template <class T>
 struct QVPRESLAYER_API DirectDuration {
+    static constexpr bool kIsPlain = true;  // digits
     static std::u16string_view Text(const T& value, TextScratch& scratch);
     static bool Read(std::u16string_view text, T& value);
 };
@@ -53,18 +63,21 @@ struct DirectTraits<std::chrono::duration<Rep, Period>> : DirectDuration<std::ch
 
 template <>
 struct QVPRESLAYER_API DirectTraits<TUUID> {
+    static constexpr bool kIsPlain = true;
     static std::u16string_view Text(const TUUID& value, TextScratch& scratch);
     static bool Read(std::u16string_view text, TUUID& value);
 };
 
 template <>
 struct QVPRESLAYER_API DirectTraits<FieldName> {
+    static constexpr bool kIsPlain = false;
     static std::u16string_view Text(const FieldName& value, TextScratch& scratch);
     static bool Read(std::u16string_view text, FieldName& value);
 };
 
 template <>
 struct QVPRESLAYER_API DirectTraits<QualifiedName> {
+    static constexpr bool kIsPlain = false;
     static std::u16string_view Text(const QualifiedName& value, TextScratch& scratch);
     static bool Read(std::u16string_view text, QualifiedName& value);
 };
@@ -127,8 +140,8 @@ struct DirectTextOperations {
         return MakeRefCnt<ValParameter<std::vector<T>>>(std::move(values));
     }
 
-    static constexpr DirectTextType kTable{&ValueText, &FunctionsOfHolder<T>, &ListSize, &ElementText, &FromText,
-                                           &FromTexts};
+    static constexpr DirectTextType kTable{
+        &ValueText, DirectTraits<T>::kIsPlain, &FunctionsOfHolder<T>, &ListSize, &ElementText, &FromText, &FromTexts};
 };
 
 template <class T>
