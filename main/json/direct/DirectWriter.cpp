@@ -197,8 +197,9 @@ template <class T>
 // exactly of their type, under names that records hold. Answers behind the last of them. Requires: m_guesses.
 //
 // Nothing of the host's is called meanwhile, so that all that matters can stay in registers.
-const DirectWriter::Table::Entry* DirectWriter::WriteUsual(const Table::Entry* entry, const Table::Entry* end,
-                                                           Members& members) {
+[[gnu::always_inline]] inline const DirectWriter::Table::Entry* DirectWriter::WriteUsual(const Table::Entry* entry,
+                                                                                         const Table::Entry* end,
+                                                                                         Members& members) {
     const Record* record = members.guess;
     std::size_t skipped = members.first ? 1 : 0;  // the comma
     for (; entry != end; ++entry, ++record, skipped = 0) {
