@@ -25,14 +25,13 @@ public:
         }
     }
 
-    template <class Step>
-    void Nested(const T& first, unsigned int length, [[maybe_unused]] Step step) {
+    void Nested(const qvpreslayer::detail::Run<T>& run) {
         const ListStructure nested(m_tag, m_stream, PTC_None);
-        m_stream.ListItem(m_toText(first));
-        m_stream.ListItem(TString::number(length));
+        m_stream.ListItem(m_toText(run.first));
+        m_stream.ListItem(TString::number(static_cast<unsigned int>(run.length)));
         if constexpr (std::is_integral_v<T>) {
-            if (step != 0) {
-                m_stream.ListItem(TString::number(step));
+            if (run.step != 0) {
+                m_stream.ListItem(TString::number(run.SignedStep()));
             }
         }
     }

@@ -184,17 +184,17 @@ public:
         }
     }
 
-    template <class Step>
-    void Nested(T first, unsigned int length, Step step) {
+    void Nested(const qvpreslayer::detail::Run<T>& run) {
         char16_t* to = Next(kLongestNumber<T> + 2 * qvpreslayer::detail::kLongestInteger + 4);
         *to++ = u'[';
-        to = WriteNumberText(to, first);
+        to = WriteNumberText(to, run.first);
         *to++ = u',';
-        to = WriteShortNumber(to, length);
-        if constexpr (std::is_integral_v<Step>) {
-            if (step != 0) {
-                *to++ = u',';
-                to = WriteShortNumber(to, step);
+        to = WriteShortNumber(to, run.length);
+        if constexpr (std::is_integral_v<T>) {
+            if (run.step != 0) {
+                to[0] = u',';
+                to[1] = u'-';
+                to = WriteShortNumber(to + (run.descending ? 2 : 1), run.step);
             }
         }
         *to++ = u']';
@@ -208,16 +208,10 @@ public:
 
 private:
     // Lengths and steps have four digits at the most, as a rule.
-    template <class Number>
-    static char16_t* WriteShortNumber(char16_t* to, Number number) {
-        using Magnitude = std::make_unsigned_t<Number>;
-        const auto negative = static_cast<Magnitude>(number < 0 ? 1 : 0);
-        const auto magnitude = static_cast<Magnitude>((static_cast<Magnitude>(number) ^ (0 - negative)) + negative);
-        if (magnitude > 9999) [[unlikely]] {
-            return WriteNumberText(to, number);
-        }
-        *to = u'-';
-        return qvpreslayer::detail::WriteUpToFourDigits(to + negative, static_cast<std::uint32_t>(magnitude));
+    template <class Magnitude>
+    static char16_t* WriteShortNumber(char16_t* to, Magnitude magnitude) {
+        return magnitude <= 9999 ? qvpreslayer::detail::WriteUpToFourDigits(to, static_cast<std::uint32_t>(magnitude))
+                                 : WriteNumberText(to, static_cast<UInt64>(magnitude));
     }
 
     // Room for the next element, behind its comma.

@@ -38,6 +38,16 @@ struct Run {
             return first;
         }
     }
+
+    // Negative where the run descends; 0 for reals. Without a jump, since nobody can foretell which way runs go.
+    auto SignedStep() const {
+        if constexpr (std::is_integral_v<T>) {
+            const auto downwards = static_cast<Magnitude>(0 - Magnitude{descending});
+            return static_cast<std::make_signed_t<T>>((step ^ downwards) - downwards);
+        } else {
+            return T{0};
+        }
+    }
 };
 
 // Elements that are compared at once where a run goes on: as many as fill 16 bytes, in one operation of the compiler's
@@ -54,19 +64,6 @@ struct Elements {
     }
 
     static Vector All(T value) noexcept { return Vector{} + value; }
-
-    // From first on, each one step further.
-    static Vector Upwards(T first, T step) noexcept {
-        Vector vector = All(first);
-        if constexpr (kCount == 2) {
-            vector += All(step) & Vector{0, static_cast<T>(-1)};
-        } else {
-            static_assert(kCount == 4);
-            vector += All(step) & Vector{0, static_cast<T>(-1), 0, static_cast<T>(-1)};
-            vector += All(static_cast<T>(2 * step)) & Vector{0, 0, static_cast<T>(-1), static_cast<T>(-1)};
-        }
-        return vector;
-    }
 
     // As many elements as are compared before the next jump: four vectors of them.
     static constexpr std::ptrdiff_t kBlock = 4 * kCount;
@@ -104,18 +101,44 @@ struct Elements {
 
     // Takes elements from at on, a block at a time, as long as they are those of next, which goes on by stride; answers
     // whether all were, up to the last whole block before end.
+    //
+    // Where a run ends cannot be foretold. One jump for many elements is rarely a wrong guess, which costs as much as
+    // comparing two blocks; but most short runs end in the first block.
     static bool Match(const T*& at, const T* end, Vector next, Vector stride) noexcept {
-        for (; end - at >= kBlock; at += kBlock) {
-            const unsigned equal = Equal(at, next, stride);
-            if (equal != kAll) {
-                at += std::countr_one(equal) / kBits;  // here alone: the next block must not wait for it
+        return end - at < kBlock || (MatchBlock(at, next, stride) && MatchBlocks(at, end, next, stride));
+    }
+
+private:
+    static bool MatchBlocks(const T*& at, const T* end, Vector next, Vector stride) noexcept {
+        while (end - at >= 4 * kBlock) {
+            std::uint64_t equal = 0;
+            for (int block = 0; block < 4; ++block) {
+                equal |= std::uint64_t{Equal(at + block * kBlock, next, stride)} << 16 * block;
+            }
+            if (~equal != 0) {
+                at += std::countr_one(equal) / kBits;
+                return false;
+            }
+            at += 4 * kBlock;
+        }
+        while (end - at >= kBlock) {
+            if (!MatchBlock(at, next, stride)) {
                 return false;
             }
         }
         return true;
     }
 
-private:
+    static bool MatchBlock(const T*& at, Vector& next, Vector stride) noexcept {
+        const unsigned equal = Equal(at, next, stride);
+        if (equal != kAll) {
+            at += std::countr_one(equal) / kBits;  // here alone: the next block must not wait for it
+            return false;
+        }
+        at += kBlock;
+        return true;
+    }
+
 #if defined(__SSE2__)
     // The lanes of both, each half as wide.
     static __m128i JoinLanes(__m128i low, __m128i high) noexcept {
@@ -140,6 +163,13 @@ public:
             ++m_run.length;
             return;
         }
+        End(emit);
+        m_run = {value, 1, 0, false};
+    }
+
+    // The same for an element that does not go on with the open run, as Continue found.
+    template <class Emit>
+    void AddBehind(T value, Emit&& emit) {
         End(emit);
         m_run = {value, 1, 0, false};
     }
@@ -181,7 +211,7 @@ public:
     void Add(T value, Emit&& emit) {
         if (m_run.length == 0) {
             Open(value);
-        } else if (m_run.length >= kLongEnough && m_run.step < kHalfBound) [[likely]] {
+        } else if (IsLong()) [[likely]] {
             AddToLong(value, emit);
         } else if (!IsStepUsable(m_last, value)) {
             emit(m_run);
@@ -191,14 +221,24 @@ public:
         }
     }
 
+    // The same for an element that does not go on with the open run as Continue compares.
+    template <class Emit>
+    void AddBehind(T value, Emit&& emit) {
+        if (IsLong()) [[likely]] {
+            emit(m_run);
+            Open(value);
+        } else {
+            Add(value, emit);
+        }
+    }
+
     // Takes as many elements from at on as go on with the open run, as far as one comparison each can tell; answers the
-    // first that does not.
+    // first that does not. Requires: those of the open run are right before at.
     const T* Continue(const T* at, const T* end) noexcept {
         if (m_run.length == 1) {
             at = ContinueFirst(at, end);
         }
-        // A small step is usable between any two neighbours, as long as values do not wrap.
-        if (m_run.length < kLongEnough || m_run.step >= kHalfBound) {
+        if (!IsLong()) {
             return at;
         }
         const auto step = static_cast<Magnitude>((m_run.step ^ Downwards()) - Downwards());
@@ -208,7 +248,9 @@ public:
         using Block = Elements<Magnitude>;
         const auto stride = Block::All(static_cast<Magnitude>(step * Block::kCount));
         const auto* place = reinterpret_cast<const Magnitude*>(at);  // the unsigned type of the same values
-        const bool all = Block::Match(place, place + count, Block::Upwards(expected, step), stride);
+        static_assert(Block::kCount <= static_cast<std::ptrdiff_t>(kLongEnough));
+        const auto next = Block::At(place - Block::kCount) + stride;
+        const bool all = Block::Match(place, place + count, next, stride);
         at = reinterpret_cast<const T*>(place);
         expected = static_cast<Magnitude>(expected + step * static_cast<Magnitude>(at - begin));
         while (all && at != begin + count && static_cast<Magnitude>(*at) == expected) {
@@ -248,19 +290,28 @@ private:
         return bound;
     }();
 
+    // Whether the run shares nothing, and its step is usable between any two neighbours, as a small one is as long as
+    // values do not wrap.
+    bool IsLong() const noexcept { return m_run.length >= kLongEnough && m_run.step < kHalfBound; }
+
     // Three elements that make a run of the one there is, at once: most long runs begin so.
     const T* ContinueFirst(const T* at, const T* end) noexcept {
-        if (end - at < 3) {
+        using Difference = std::make_signed_t<T>;
+        Difference step = 0;
+        Difference second = 0;
+        Difference third = 0;
+        if (end - at < 3 || __builtin_sub_overflow(at[0], m_last, &step) ||
+            __builtin_sub_overflow(at[1], at[0], &second) || __builtin_sub_overflow(at[2], at[1], &third)) {
             return at;
         }
-        const Magnitude step = Distance(m_last, at[0]);
-        const bool descending = at[0] < m_last;
-        const auto goesOn = [&](T from, T to) { return Distance(from, to) == step && (to < from) == descending; };
-        if (step >= kHalfBound || !goesOn(at[0], at[1]) || !goesOn(at[1], at[2])) {
+        const auto descending = static_cast<Magnitude>(step < 0 ? 1 : 0);
+        const auto magnitude =
+            static_cast<Magnitude>((static_cast<Magnitude>(step) ^ (0 - descending)) + descending);
+        if (second != step || third != step || magnitude >= kHalfBound) {
             return at;
         }
-        m_run.step = step;
-        m_run.descending = descending;
+        m_run.step = magnitude;
+        m_run.descending = descending != 0;
         m_run.length = kLongEnough;
         m_last = at[2];
         return at + 3;
@@ -344,7 +395,7 @@ void ForEachRun(const std::vector<T>& values, Emit&& emit) {
     RunsOf<T> runs;
     const T* const end = values.data() + values.size();
     for (const T* at = values.data(); at != end; at = runs.Continue(at + 1, end)) {
-        runs.Add(*at, emit);
+        runs.AddBehind(*at, emit);
     }
     runs.End(emit);
 }

@@ -21,13 +21,11 @@ namespace qvpreslayer::detail {
 // Writes runs of T to an Output:
 //
 //   Plain(T value, std::size_t count)                 count equal elements
-//   Nested(T first, unsigned int length, Step step)   a nested list; without a step where step is 0
+//   Nested(const Run<T>& run)                         a nested list, for a length of 32 bits; without a step of 0
 //   Marker()                                          a nested list without items
 template <class T, class Output>
 class RunPieces {
 public:
-    using Step = typename std::conditional_t<std::is_integral_v<T>, std::make_signed<T>, std::type_identity<T>>::type;
-
     explicit RunPieces(Output& output) : m_output(output) {}
 
     [[gnu::always_inline]] void operator()(const Run<T>& run) {
@@ -72,15 +70,7 @@ private:
 
     void WriteNested(const Run<T>& run) {
         m_packed = true;
-        const auto length = static_cast<unsigned int>(run.length);
-        if constexpr (std::is_integral_v<T>) {
-            // A step that four values take fits the signed type. Its sign, which cannot be foretold, makes no jump.
-            using Magnitude = typename Run<T>::Magnitude;
-            const auto downwards = static_cast<Magnitude>(0 - Magnitude{run.descending});
-            m_output.Nested(run.first, length, static_cast<Step>((run.step ^ downwards) - downwards));
-        } else {
-            m_output.Nested(run.first, length, Step{0});
-        }
+        m_output.Nested(run);
     }
 
     Output& m_output;
