@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <memory>
 #include <new>
-#include <optional>
 #include <utility>
 
 #include <qvsys/LargeBlocks.h>
@@ -25,28 +24,25 @@ namespace {
 // A reader for one text: the one that the thread keeps, unless that is in use.
 class ReaderLease {
 public:
-    explicit ReaderLease(ThreadScratch* scratch) : m_kept(scratch) {
-        if (m_kept == nullptr || m_kept->readerInUse) {
-            m_kept = nullptr;
-            m_own.emplace();
-        } else {
-            m_kept->readerInUse = true;
+    explicit ReaderLease(ThreadScratch* scratch) : m_input(scratch == nullptr ? nullptr : &scratch->input) {
+        if (m_input == nullptr || m_input->inUse) {
+            m_own = std::make_unique<ThreadScratch::Input>();
+            m_input = m_own.get();
         }
+        m_input->inUse = true;
     }
     ReaderLease(const ReaderLease&) = delete;
     ReaderLease& operator=(const ReaderLease&) = delete;
     ~ReaderLease() {
-        if (m_kept != nullptr) {
-            m_kept->reader.Forget();
-            m_kept->readerInUse = false;
-        }
+        m_input->reader.Forget();
+        m_input->inUse = false;
     }
 
-    DirectReader& Get() { return m_kept != nullptr ? m_kept->reader : *m_own; }
+    DirectReader& Get() { return m_input->reader; }
 
 private:
-    ThreadScratch* m_kept;
-    std::optional<DirectReader> m_own;
+    ThreadScratch::Input* m_input;
+    std::unique_ptr<ThreadScratch::Input> m_own;
 };
 
 RefCntPtr<IParameters> ReadAtLength(const TString& json, const TString& namespaceName, bool shortNames, bool lookupFlag,

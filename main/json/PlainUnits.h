@@ -21,15 +21,28 @@ inline __m128i SpecialLanes(__m128i units) {
     return _mm_or_si128(_mm_or_si128(control, marks), del);
 }
 
+// One bit for each of sixteen units that is not plain, the first unit's lowest.
+inline unsigned SpecialUnits(__m128i first, __m128i second) {
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(SpecialLanes(first), SpecialLanes(second))));
+}
+
 // Two bits for each of eight units that is not plain, the first unit's lowest.
 inline unsigned SpecialUnits(__m128i units) { return static_cast<unsigned>(_mm_movemask_epi8(SpecialLanes(units))); }
 #endif
 
-// The first unit from at on that is not plain, or end. Eight units at a time where the machine can, the last ones
-// together with units before at if there are so many from begin on; the loop behind is the rule, and all there is
-// elsewhere.
-inline const char16_t* SkipPlainUnits([[maybe_unused]] const char16_t* begin, const char16_t* at, const char16_t* end) {
+// The first unit from at on that is not plain, or end. Sixteen units at a time where the machine can, then eight, the
+// last ones together with units before at if there are so many from begin on; the loop behind is the rule, and all
+// there is elsewhere.
+[[gnu::always_inline]] inline const char16_t* SkipPlainUnits([[maybe_unused]] const char16_t* begin, const char16_t* at,
+                                                             const char16_t* end) {
 #if defined(__SSE2__)
+    for (; end - at >= 16; at += 16) {  // most strings end here, in the first steps
+        const unsigned mask = SpecialUnits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)),
+                                           _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + 8)));
+        if (mask != 0) {
+            return at + __builtin_ctz(mask);
+        }
+    }
     for (; end - at >= 8; at += 8) {
         const unsigned mask = SpecialUnits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)));
         if (mask != 0) {

@@ -26,7 +26,7 @@ ThreadScratch* ThreadScratch::Make() noexcept {
 }
 
 void ThreadScratch::Release() noexcept {
-    if (t_scratch != nullptr && !t_scratch->readerInUse && !t_scratch->output.inUse) {
+    if (t_scratch != nullptr && !t_scratch->input.inUse && !t_scratch->output.inUse) {
         delete std::exchange(t_scratch, nullptr);
     }
 }

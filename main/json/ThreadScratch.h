@@ -13,6 +13,11 @@
 // A reader and a writer, which remember the order of members, and a text to write into. Whoever takes one of them
 // clears the other's way by the mark: host code that is called on the way may read and write documents, too.
 struct ThreadScratch {
+    struct Input {
+        DirectReader reader;
+        bool inUse = false;
+    };
+
     struct Output {
         DirectWriter writer;
         TString text;
@@ -31,8 +36,7 @@ struct ThreadScratch {
     // Lets go of the calling thread's.
     static void Release() noexcept;
 
-    DirectReader reader;
-    bool readerInUse = false;
+    Input input;
     Output output;
 
 private:

@@ -121,18 +121,22 @@ constexpr EnumNameSlots<N> SlotsByName(const EnumName<E> (&names)[N]) {
     return slots;
 }
 
-// Whether size units are the same, compared so many at once, the last ones with some of those before.
-template <std::size_t AtOnce>
-bool AreSameUnits(const char16_t* left, const char16_t* right, std::size_t size) {
-    const auto areSame = [&](std::size_t at) {
-        return std::memcmp(left + at, right + at, AtOnce * sizeof(char16_t)) == 0;
+// Whether size units are the same, of which there are at least four. Short names in as many steps whatever their size
+// is: jumps that depend on it are hard to foretell.
+inline bool AreSameUnits(const char16_t* left, const char16_t* right, std::size_t size) {
+    const auto difference = [&](std::size_t at) {
+        std::uint64_t one = 0;
+        std::uint64_t other = 0;
+        std::memcpy(&one, left + at, sizeof(one));
+        std::memcpy(&other, right + at, sizeof(other));
+        return one ^ other;
     };
-    for (std::size_t at = 0; at + AtOnce < size; at += AtOnce) {
-        if (!areSame(at)) {
-            return false;
-        }
+    if (size > 16) {
+        return std::memcmp(left, right, size * sizeof(char16_t)) == 0;
     }
-    return areSame(size - AtOnce);
+    const std::size_t last = size - 4;
+    return (difference(0) | difference(std::min<std::size_t>(4, last)) | difference(std::min<std::size_t>(8, last)) |
+            difference(last)) == 0;
 }
 
 // Equality of views compares unit by unit, which compilers do not turn into comparing memory, and names are too short
@@ -142,8 +146,7 @@ constexpr bool AreSameNames(std::u16string_view left, std::u16string_view right)
     if (std::is_constant_evaluated() || size < 4 || size != right.size()) {
         return left == right;
     }
-    return size < 8 ? AreSameUnits<4>(left.data(), right.data(), size)
-                    : AreSameUnits<8>(left.data(), right.data(), size);
+    return AreSameUnits(left.data(), right.data(), size);
 }
 
 // The line of name, or null.

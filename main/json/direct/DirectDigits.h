@@ -1,6 +1,7 @@
 // Decimal digits in a text, eight units at a time. Included by the direct readers.
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -19,13 +20,22 @@ inline constexpr std::ptrdiff_t kDigitsLookbehind = 8;
 
 #if defined(__SSE2__)
 
-// How many of the eight units from at on are digits, up to the first that is not.
-inline unsigned CountDigits(const char16_t* at) {
+// All bits of each of the eight units from at on that is a digit.
+inline __m128i DigitsAt(const char16_t* at) {
     const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
     const __m128i values = _mm_sub_epi16(units, _mm_set1_epi16(u'0'));
-    const __m128i isDigit = _mm_cmpeq_epi16(_mm_subs_epu16(values, _mm_set1_epi16(9)), _mm_setzero_si128());
-    const auto mask = static_cast<unsigned>(_mm_movemask_epi8(isDigit)) ^ 0x1FFFFu;
+    return _mm_cmpeq_epi16(_mm_subs_epu16(values, _mm_set1_epi16(9)), _mm_setzero_si128());
+}
+
+// How many of the eight units from at on are digits, up to the first that is not.
+inline unsigned CountDigits(const char16_t* at) {
+    const auto mask = static_cast<unsigned>(_mm_movemask_epi8(DigitsAt(at))) ^ 0x1FFFFu;
     return static_cast<unsigned>(std::countr_zero(mask)) / 2;
+}
+
+// One bit for each of the sixteen units from at on that is no digit, the first unit's lowest, and one behind them.
+inline unsigned OthersThanDigits(const char16_t* at) {
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(DigitsAt(at), DigitsAt(at + 8)))) ^ 0x1FFFFu;
 }
 
 // The last count units before end as digits, zeros in front of them; count is at most 8.
@@ -47,6 +57,29 @@ inline std::uint32_t NumberOfLanes(__m128i digits) {
 
 // The number that the last count digits before end spell; count is at most 8.
 inline std::uint32_t DigitsBefore(const char16_t* end, unsigned count) { return NumberOfLanes(DigitLanes(end, count)); }
+
+// The digits of the last units before end, with a point among them, as one number; fraction of them are behind the
+// point. There are at least one before it and one behind it, and eight units at the most.
+//
+// Taken as a digit 0, the point makes the digits before it count ten times too much; these are what a division leaves.
+inline std::uint32_t DigitsWithPointBefore(const char16_t* end, unsigned units, unsigned fraction) {
+    constexpr std::size_t kMost = 7;
+    static constexpr auto kReciprocals = [] {  // of ten times the powers, upwards, with 64 bits
+        std::array<UInt64, kMost> reciprocals{};
+        UInt64 power = 10;
+        for (UInt64& reciprocal : reciprocals) {
+            reciprocal = static_cast<UInt64>(-1) / power + 1;
+            power *= 10;
+        }
+        return reciprocals;
+    }();
+    static constexpr std::uint32_t kExcess[kMost] = {9, 90, 900, 9000, 90000, 900000, 9000000};
+    const __m128i lanes = _mm_max_epi16(DigitLanes(end, units), _mm_setzero_si128());
+    const std::uint32_t number = NumberOfLanes(lanes);
+    __extension__ using Product = unsigned __int128;
+    const auto whole = static_cast<std::uint32_t>((Product{number} * kReciprocals[fraction]) >> 64);
+    return number - whole * kExcess[fraction];
+}
 
 // The same for units that may be no digits, which it answers with false.
 inline bool TakeDigitsBefore(const char16_t* end, unsigned count, std::uint32_t& value) {

@@ -94,23 +94,18 @@ public:
     void SetTaken() noexcept { m_end = m_items.data(); }
 
     void Clear() noexcept {
-        for (const DirectItem& item : std::span(m_items.data(), m_end)) {
-            if (item.kind == DirectItem::Kind::Value && item.value != nullptr) {
-                item.value->RemoveReference();
-            }
+        if (m_end != m_items.data()) {
+            LetGo();
         }
-        m_end = m_items.data();
         m_keys.clear();
     }
 
     // Lets go of memory beyond what most texts take. Requires: Clear() comes first.
     void Shrink() noexcept {
-        if (m_items.size() > kKeptItems) {
+        if (m_limit - m_end > kKeptItems || m_keys.capacity() > kKeptKeys) [[unlikely]] {
             std::vector<DirectItem>().swap(m_items);
             m_end = nullptr;
             m_limit = nullptr;
-        }
-        if (m_keys.capacity() > kKeptKeys) {
             std::vector<TString>().swap(m_keys);
         }
     }
@@ -122,6 +117,14 @@ private:
             Grow();
         }
     }
+    [[gnu::noinline]] void LetGo() noexcept {
+        for (const DirectItem& item : std::span(m_items.data(), m_end)) {
+            if (item.kind == DirectItem::Kind::Value && item.value != nullptr) {
+                item.value->RemoveReference();
+            }
+        }
+        m_end = m_items.data();
+    }
     [[gnu::noinline]] void Grow() {
         const std::size_t size = Size();
         m_items.resize(2 * size + kFirstItems);
@@ -130,7 +133,7 @@ private:
     }
 
     static constexpr std::size_t kFirstItems = 64;
-    static constexpr std::size_t kKeptItems = 65536;
+    static constexpr std::ptrdiff_t kKeptItems = 65536;
     static constexpr std::size_t kKeptKeys = 32768;
 
     std::vector<DirectItem> m_items;  // those before m_end are the text's

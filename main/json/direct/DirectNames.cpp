@@ -6,32 +6,19 @@ using qvpreslayer::detail::INameIndex;
 
 constexpr DirectNames::Record DirectNames::s_none;
 
-namespace {
-
-// The memory of a TString goes on to the end of a block.
-bool IsSame(const TString& left, const TString& right) {
-    return left.size() == right.size() && (left.empty() || StartsWith(left.data(), right.data(), left.size()));
-}
-
-}  // namespace
-
-bool DirectNames::Prepare(const ParametersRegistry& registry, const TString& namespaceName, NameForm form) {
-    if (m_registry == &registry && m_generation == registry.GetGeneration() && m_form == form &&
-        IsSame(m_namespace, namespaceName)) {
-        return true;
-    }
-    m_registry = nullptr;
+bool DirectNames::PrepareAnew(const ParametersRegistry& registry, const TString& namespaceName, NameForm form) {
+    m_generation = 0;
     m_names = registry.FindNames(namespaceName, false);
     if (m_names == nullptr) {
         return false;
     }
     m_namespace = namespaceName;
-    m_generation = registry.GetGeneration();
     m_form = form;
     m_guesses = !registry.HasOverlaps();
     m_records = m_names->GetRecords(form);
     m_successors.fill({});
     m_registry = &registry;
+    m_generation = registry.GetGeneration();
     return true;
 }
 

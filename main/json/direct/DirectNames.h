@@ -27,7 +27,11 @@ public:
 
     // Makes ready for a text; keeps what it remembers where nothing has changed since the last one. False when not even
     // the first namespace can be asked.
-    bool Prepare(const ParametersRegistry& registry, const TString& namespaceName, NameForm form);
+    bool Prepare(const ParametersRegistry& registry, const TString& namespaceName, NameForm form) {
+        // No other registry has this number.
+        const bool isSame = m_generation == registry.GetGeneration() && m_form == form && IsNamespace(namespaceName);
+        return isSame || PrepareAnew(registry, namespaceName, form);
+    }
 
     // Makes ready for the names of one text; the unit at end can be read, and is no part of it.
     void Begin(const char16_t* end) noexcept { m_end = end; }
@@ -68,6 +72,8 @@ private:
         return static_cast<std::size_t>(m_end - at) >= size + 8;
     }
     bool IsOwn(const Record* record) const;
+    bool IsNamespace(const TString& name) const noexcept;
+    bool PrepareAnew(const ParametersRegistry& registry, const TString& namespaceName, NameForm form);
     const Record* Seek(const char16_t*& at) const;
     const Record* Find(std::u16string_view name) const;
     const Successor& Remembered(const Record* previous, bool first) const {
@@ -108,6 +114,12 @@ inline bool StartsWith(const char16_t* at, const char16_t* name, std::size_t siz
 #else
     return std::u16string_view(at, size) == std::u16string_view(name, size);
 #endif
+}
+
+// The memory of a TString goes on to the end of a block.
+inline bool DirectNames::IsNamespace(const TString& name) const noexcept {
+    return name.size() == m_namespace.size() &&
+           (name.empty() || StartsWith(name.data(), m_namespace.data(), name.size()));
 }
 
 inline const char16_t* DirectNames::SkipMember(const Record& guess, const char16_t* at) const {

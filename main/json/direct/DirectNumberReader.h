@@ -74,7 +74,23 @@ inline const char16_t* DirectNumberReader::TakeReal(const char16_t* at, double& 
     if (!HasRoom(digits)) [[unlikely]] {
         return TakeLongReal(at, value);
     }
+#if defined(__SSE2__)
+    // Most reals are short.
+    const unsigned others = OthersThanDigits(digits);
+    const auto wholeDigits = static_cast<unsigned>(std::countr_zero(others));
+    const auto units = static_cast<unsigned>(std::countr_zero((others & (others - 1)) | 0x20000u));
+    if (units - 3 <= 5 && wholeDigits - 1 < units - 2 && digits[wholeDigits] == u'.' &&
+        (*digits != u'0' || wholeDigits == 1)) [[likely]] {
+        const unsigned fractionDigits = units - wholeDigits - 1;
+        const UInt64 number = DigitsWithPointBefore(digits + units, units, fractionDigits);
+        const double magnitude =
+            static_cast<double>(static_cast<Int64>(number)) / qvcore::detail::kRealPowersOfTen[fractionDigits];
+        value = negative && number != 0 ? -magnitude : magnitude;
+        return IsExponent(digits[units]) ? nullptr : digits + units;
+    }
+#else
     const unsigned wholeDigits = CountDigits(digits);
+#endif
     const char16_t* const fraction = digits + wholeDigits + 1;
     if (wholeDigits - 1 >= kUsualDigits || (*digits == u'0' && wholeDigits > 1)) [[unlikely]] {
         return TakeLongReal(at, value);

@@ -213,11 +213,6 @@ bool DirectReader::ReadWholeText() {
     }
 }
 
-void DirectReader::Forget() noexcept {
-    m_items.Clear();
-    m_items.Shrink();
-}
-
 // Behind the opening brace. owner is what the object belongs to, id that of its item.
 const char16_t* DirectReader::ReadBag(const char16_t* at, const Record* owner, int id) {
     const Level level(*this);
@@ -248,9 +243,14 @@ inline const char16_t* DirectReader::TakeBool(const char16_t* at, bool& value) c
         value = *at == u't';
         return TakeWord(at, value ? u"true" : u"false");
     }
+    // Without a jump between the two: truth is hard to foretell.
     value = std::memcmp(at, u"true", 4 * sizeof(char16_t)) == 0;
-    const bool isFalse = at[4] == u'e' && std::memcmp(at, u"fals", 4 * sizeof(char16_t)) == 0;
-    return value ? at + 4 : isFalse ? at + 5 : nullptr;
+    const auto isFalse = static_cast<unsigned>(at[4] == u'e') &
+                         static_cast<unsigned>(std::memcmp(at, u"fals", 4 * sizeof(char16_t)) == 0);
+    if ((isFalse | static_cast<unsigned>(value)) == 0) [[unlikely]] {
+        return nullptr;
+    }
+    return at + 4 + isFalse;
 }
 
 const char16_t* DirectReader::ReadNull(const char16_t* at, int id) {
@@ -300,7 +300,11 @@ const char16_t* DirectReader::ReadBool(const char16_t* at, int id) {
     }
     std::u16string_view text;
     if (const char16_t* const behind = TakeUnescaped(m_begin, at + 1, m_end, text)) [[likely]] {
-        m_items.AddValue<ValParameter<TString>>(id, std::in_place, text);
+        if (m_end - behind >= TString::kBlockUnits) [[likely]] {
+            m_items.AddValue<ValParameter<TString>>(id, std::in_place, TString::WholeBlocks(), text);
+        } else {
+            m_items.AddValue<ValParameter<TString>>(id, std::in_place, text);
+        }
         return behind;
     }
     return ReadUnusualString(at, id);

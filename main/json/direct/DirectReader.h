@@ -37,7 +37,10 @@ public:
     DirectItems& Items() noexcept { return m_items; }
 
     // Lets go of what an abandoned text has left, and of memory beyond what most texts take.
-    void Forget() noexcept;
+    void Forget() noexcept {
+        m_items.Clear();
+        m_items.Shrink();
+    }
 
 private:
     using Record = qvpreslayer::detail::DirectRecord;

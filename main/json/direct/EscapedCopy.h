@@ -76,8 +76,8 @@ inline char16_t* CopyPlain(char16_t* to, std::u16string_view text) {
     const std::size_t size = text.size();
     const char16_t* const from = text.data();
     if (size - 4 <= 12) [[likely]] {
-        for (const std::size_t at : {std::size_t{0}, std::min<std::size_t>(4, size - 4),
-                                     std::min<std::size_t>(8, size - 4), size - 4}) {
+        for (const std::size_t at :
+             {std::size_t{0}, std::min<std::size_t>(4, size - 4), std::min<std::size_t>(8, size - 4), size - 4}) {
             std::memcpy(to + at, from + at, 4 * sizeof(char16_t));
         }
     } else {
@@ -98,7 +98,7 @@ inline char16_t* CopyQuotedBlocks(char16_t* to, std::u16string_view text) {
         const __m128i second = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + at + 8));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(to + at), first);
         _mm_storeu_si128(reinterpret_cast<__m128i*>(to + at + 8), second);
-        return static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(SpecialLanes(first), SpecialLanes(second))));
+        return SpecialUnits(first, second);
     };
     unsigned special = 0;
     std::size_t at = 0;

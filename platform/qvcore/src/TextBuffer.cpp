@@ -14,8 +14,14 @@ namespace {
 
 constexpr std::size_t kMaxUnits = static_cast<std::size_t>(-1) / (2 * sizeof(char16_t)) - 32;
 
+// Memory comes in so many units.
+constexpr std::size_t kBlockUnits = 16;
+
+// Texts that are copied block by block: a call takes longer.
+constexpr std::size_t kShortUnits = 64;
+
 // Whole granules of the pool, so that what is allocated is used, with room for the NUL.
-std::size_t RoundUp(std::size_t units) { return units / 16 * 16 + 15; }
+std::size_t RoundUp(std::size_t units) { return units / kBlockUnits * kBlockUnits + kBlockUnits - 1; }
 
 std::size_t Bytes(std::size_t capacity) { return (capacity + 1) * sizeof(char16_t); }
 
@@ -74,6 +80,21 @@ void TextBuffer::FillHeap(std::u16string_view text) {
     m_units[kTag] = kOnHeap;
     std::memcpy(m_heap.data, text.data(), text.size() * sizeof(char16_t));
     m_heap.data[text.size()] = u'\0';
+}
+
+void TextBuffer::FillHeapByBlocks(std::u16string_view text) {
+    if (text.size() > kShortUnits) {
+        FillHeap(text);
+        return;
+    }
+    const auto [data, capacity] = Allocate(RoundUp(text.size()), RoundUp(text.size()));
+    m_heap = HeapText{data, text.size(), capacity};
+    m_units[kTag] = kOnHeap;
+    const char16_t* const from = text.data();
+    for (std::size_t at = 0; at <= text.size(); at += kBlockUnits) {
+        std::memcpy(data + at, from + at, kBlockUnits * sizeof(char16_t));
+    }
+    data[text.size()] = u'\0';
 }
 
 void TextBuffer::Grow(std::size_t units) {

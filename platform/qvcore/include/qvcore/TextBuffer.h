@@ -23,6 +23,16 @@ class QVCORE_API TextBuffer {
 public:
     TextBuffer() noexcept { SetInlineSize(0); }
     explicit TextBuffer(std::u16string_view text) { Fill(text); }
+    // A text whose memory can be read up to the end of its last block, which has at least one more unit than the text.
+    struct WholeBlocks {};
+    TextBuffer(WholeBlocks, std::u16string_view text) {
+        if (text.size() > kInlineUnits) {
+            FillHeapByBlocks(text);
+            return;
+        }
+        std::memcpy(m_units, text.data(), sizeof(m_units));
+        SetInlineSize(text.size());
+    }
     TextBuffer(std::size_t count, char16_t unit) {
         SetInlineSize(0);
         append(count, unit);
@@ -153,6 +163,7 @@ private:
         SetInlineSize(text.size());
     }
     void FillHeap(std::u16string_view text);
+    void FillHeapByBlocks(std::u16string_view text);
 
     void Free() noexcept {
         if (!IsInline()) {
