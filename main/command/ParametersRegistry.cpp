@@ -39,7 +39,7 @@ struct ParametersRegistry::Impl {
     IdSegments segments;                   // follows from namespaces
     PublishedInfos infos;                  // of the filled namespaces that are marked as published
     std::mutex publishing;                 // held while infos grows
-    State& state;                  // the registry's own
+    State& state;                          // the registry's own
 
     // The namespace of that name; ParameterNamespaceNotFoundException when there is none.
     ParametersNamespace& ByName(const TString& name) const {

@@ -128,7 +128,12 @@ protected:
             const T step = Roll(2) ? T{} : static_cast<T>(Below(5));
             for (std::size_t n = 1 + Below(Roll(3) ? 60 : 4); n > 0; --n) {
                 values.push_back(value);
-                value = qvpreslayer::detail::NextOfRun(value, step);
+                if constexpr (std::is_integral_v<T>) {  // modulo 2^n
+                    using Unsigned = std::make_unsigned_t<T>;
+                    value = static_cast<T>(static_cast<Unsigned>(value) + static_cast<Unsigned>(step));
+                } else {
+                    value += step;
+                }
             }
         }
         return values;

@@ -2,8 +2,12 @@
 // lists of integers that share digits with their neighbours.
 #include <qvpreslayer/qvpreslayer.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -236,6 +240,53 @@ protected:
     JSONSerializer m_json{L"kinds"};
 };
 
+// Reals of every number of digits before and behind the point, in the middle of a text.
+TEST_F(DirectKinds, RealsOfEveryShape) {
+    std::mt19937 random(17);
+    const auto digitsOf = [&random](std::size_t count, int kind) {
+        std::string digits(count, kind == 0 ? '0' : '9');
+        for (char& digit : digits) {
+            digit = kind == 2 ? static_cast<char>('0' + random() % 10) : digit;
+        }
+        return digits;
+    };
+    for (std::size_t whole = 1; whole <= 9; ++whole) {
+        for (std::size_t fraction = 1; fraction <= 9; ++fraction) {
+            for (int kind = 0; kind < 20; ++kind) {
+                std::string token =
+                    digitsOf(whole, std::min(kind, 2)) + "." + digitsOf(fraction, std::min(kind / 3, 2));
+                token[0] = whole > 1 && token[0] == '0' ? '1' : token[0];
+                for (const std::string& number : {token, "-" + token}) {
+                    const auto read = m_json.ToParameters(TString::FromUtf8(
+                        "{\"b\": true,\"d\": " + number + ",\"s\": \"" + std::string(40, 's') + "\"}"));
+                    const double expected = std::strtod(number.c_str(), nullptr);
+                    ASSERT_EQ(expected, GetParameterValue<double>(*read, 2)) << number;
+                    ASSERT_FALSE(std::signbit(GetParameterValue<double>(*read, 2)) && expected == 0) << number;
+                }
+            }
+        }
+    }
+}
+
+// What looks like a real and is none, in the middle of a text.
+TEST_F(DirectKinds, NumbersThatAreNone) {
+    for (const char* token : {"00.5", "01.25", ".5", "5.", "1.2.3", "1,5", "--1.5", "1.5-", "1.-5", "+1.5", "1 .5"}) {
+        const std::string text =
+            std::string("{\"b\": true,\"d\": ") + token + ",\"s\": \"" + std::string(40, 's') + "\"}";
+        EXPECT_THROW(m_json.ToParameters(TString::FromUtf8(text)), JSONParseException) << token;
+    }
+}
+
+// Words that begin like those of truth, in the middle of a text and at its end.
+TEST_F(DirectKinds, WordsThatAreNone) {
+    for (const char* word : {"tru", "True", "trux", "falsy", "fals", "False", "xalse", "tals", "falsee", "truee"}) {
+        for (const char* behind : {"}", ",\"s\": \"some text that goes on\"}"}) {
+            const std::string text = std::string("{\"b\": ") + word + behind;
+            EXPECT_THROW(m_json.ToParameters(TString::FromUtf8(text)), JSONParseException) << text;
+        }
+    }
+}
+
 // Each kind of value, in a class of the host's own derived from the library's: it goes the long way, to the same text,
 // as the first member and behind another one.
 TEST_F(DirectKinds, ValuesOfDerivedClasses) {
@@ -326,6 +377,30 @@ TEST_F(DirectMembers, LastStringsWithSpecialUnits) {
             const std::u16string open = u"{\"aa\": \"y\",\"aaaa\": \"" + std::u16string(size, u'y');
             EXPECT_THROW(m_json.ToParameters(TString(open)), JSONParseException) << size;
             EXPECT_THROW(m_json.ToParameters(TString(open + u"}")), JSONParseException) << size;
+        }
+    }
+}
+
+// Strings of every length with one unit that is escaped, in every place; in every distance from the end of the text.
+TEST_F(DirectMembers, StringsWithSpecialUnitsInEveryPlace) {
+    for (std::size_t size = 0; size <= 70; ++size) {
+        for (std::size_t place = 0; place <= size; ++place) {
+            std::u16string text(size, u'y');
+            std::u16string spelled = text;
+            if (place < size) {
+                text[place] = u'"';
+                spelled.replace(place, 1, u"\\\"");
+            }
+            const std::u16string last(place % 24, u'z');
+            const TString document(u"{\"a\": 7,\"aa\": \"" + spelled + u"\",\"aaaa\": \"" + last + u"\"}");
+            const auto bag = MakeBag();
+            SetParameterValue<int>(*bag, kFirst, 7);
+            SetParameterValue<TString>(*bag, kFirst + 1, TString(text));
+            SetParameterValue<TString>(*bag, kFirst + 3, TString(last));
+            ASSERT_EQ(document, m_json.ToString(bag, JSONSerializer::Compact)) << size << ' ' << place;
+            const auto read = m_json.ToParameters(document);
+            ASSERT_EQ(TString(text), GetParameterValue<TString>(*read, kFirst + 1)) << size << ' ' << place;
+            ASSERT_EQ(TString(last), GetParameterValue<TString>(*read, kFirst + 3)) << size << ' ' << place;
         }
     }
 }

@@ -138,6 +138,28 @@ TEST_F(KeptMemory, MayBeFreedByHostCodeMeanwhile) {
     EXPECT_EQ("title=a count=5 last=b", BagDescription::Of(*m_host.ToParameters(TString::FromUtf8(kHostText))));
 }
 
+// What a thread remembers of a registry is of no use once that has changed.
+TEST_F(KeptMemory, MarksThatAreMadeBetweenTexts) {
+    TestSession session;
+    EXPECT_EQ(kHostText, WriteHost());
+    m_registry.AddUnserializable(kCount);
+    EXPECT_EQ(R"({"title": "a","last": "b"})", WriteHost());
+    m_registry.AddUnserializable(kTitle);
+    EXPECT_EQ(R"({"last": "b"})", WriteHost());
+    session.Vars().shortNames = true;
+    EXPECT_EQ(R"({"la": "b"})", WriteHost());
+    m_registry.Clear(L"host");
+    EXPECT_FALSE(m_registry.HasUnserializable()) << "the marks of a namespace go with it";
+    m_registry.Add(L"host", 2000, 2099, [](AbstractParamAdder& adder) {
+        adder.AddSimple(kTitle, L"heading", L"he", new TStringSerializer);
+        adder.AddSimple(kCount, L"number", L"nu", new ParameterTypeSerializer<int>);
+        adder.AddSimple(kLast, L"end", L"en", new TStringSerializer);
+    });
+    EXPECT_EQ(R"({"he": "a","nu": 5,"en": "b"})", WriteHost());
+    session.Vars().shortNames = false;
+    EXPECT_EQ(R"({"heading": "a","number": 5,"end": "b"})", WriteHost());
+}
+
 TEST_F(KeptMemory, HostCodeWritesATextInsideAnother) {
     std::string inner;
     m_call = [&] { inner = Write(MakeBag({{view::kN, Val(7)}})); };

@@ -195,14 +195,14 @@ TYPED_TEST(RunModelTest, LongRunsEndAnywhere) {
     };
     for (const TypeParam start : starts) {
         for (const int step : steps) {
-            for (int length = 1; length <= 40; ++length) {
+            for (int length = 1; length <= 120; ++length) {
                 std::vector<TypeParam> values;
                 append(values, start, step, length);
                 ASSERT_EQ(run_model::Pack(values), PackedByTheLibrary(host, values)) << step << ' ' << length;
                 for (const int behind : {1, 4, 17}) {
                     std::vector<TypeParam> others = values;
                     append(others, TypeParam(7), step == 0 ? 0 : 2, behind);
-                    append(others, TypeParam(5), 0, 9);
+                    append(others, TypeParam(5), 0, 90);
                     ASSERT_EQ(run_model::Pack(others), PackedByTheLibrary(host, others))
                         << step << ' ' << length << ' ' << behind;
                 }

@@ -328,7 +328,8 @@ BuildParameterStrings& DirectWriter::Visitor() {
     if (!m_visitor) {
         TString& out = m_sink.Text();
         const std::size_t size = out.size();
-        m_visitor.emplace(out, JSONSerializer::Compact, m_captures.enabled, m_captures.nested, !m_options.useVerboseNames);
+        m_visitor.emplace(out, JSONSerializer::Compact, m_captures.enabled, m_captures.nested,
+                          !m_options.useVerboseNames);
         out.resize(size);  // the opening brace stands at the start already
     }
     return *m_visitor;

@@ -33,8 +33,8 @@ concept TableEnum = std::is_enum_v<E> && requires {
 
 template <TableEnum E>
 struct DirectTraits<E> {
-    static constexpr bool kIsPlain = std::all_of(
-        ParameterTypeTraits<E>::kNames.begin(), ParameterTypeTraits<E>::kNames.end(), [](const auto& line) {
+    static constexpr bool kIsPlain =
+        std::all_of(ParameterTypeTraits<E>::kNames.begin(), ParameterTypeTraits<E>::kNames.end(), [](const auto& line) {
             return std::all_of(line.name.begin(), line.name.end(), [](char16_t unit) {
                 return unit == u'-' || (unit >= u'0' && unit <= u'9') || (unit >= u'a' && unit <= u'z') ||
                        (unit >= u'A' && unit <= u'Z');

@@ -65,8 +65,8 @@ inline __m128i DigitsOfLanes(__m128i lanes) {
         _mm_mulhi_epu16(divided, _mm_setr_epi16(1 << 7, 1 << 11, 1 << 13, -32768, 1 << 7, 1 << 11, 1 << 13, -32768));
     // What the first lanes are multiplied by does not matter; factors that differ keep the compiler from spelling one
     // multiplication as four additions and shifts.
-    return _mm_add_epi16(quotients, _mm_mullo_epi16(_mm_slli_epi64(quotients, 16),
-                                                    _mm_setr_epi16(0, -10, -10, -10, 0, -10, -10, -10)));
+    return _mm_add_epi16(
+        quotients, _mm_mullo_epi16(_mm_slli_epi64(quotients, 16), _mm_setr_epi16(0, -10, -10, -10, 0, -10, -10, -10)));
 }
 
 // The eight digits of a number below 10^8, as numbers, the first one lowest.

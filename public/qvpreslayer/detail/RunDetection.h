@@ -305,8 +305,7 @@ private:
             return at;
         }
         const auto descending = static_cast<Magnitude>(step < 0 ? 1 : 0);
-        const auto magnitude =
-            static_cast<Magnitude>((static_cast<Magnitude>(step) ^ (0 - descending)) + descending);
+        const auto magnitude = static_cast<Magnitude>((static_cast<Magnitude>(step) ^ (0 - descending)) + descending);
         if (second != step || third != step || magnitude >= kHalfBound) {
             return at;
         }
