@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include <qvpreslayer/detail/RunFilling.h>
 
 #include "json/JSONTestSupport.h"
 #include "support/EventsOnly.h"

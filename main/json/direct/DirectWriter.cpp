@@ -177,9 +177,10 @@ template <class T>
     }
 }
 
-// A text between quotation marks, in room for the values that most members have.
-[[gnu::always_inline]] inline void DirectWriter::PutUsualText(char16_t* to, std::u16string_view text) {
-    char16_t* const end = text.size() <= kShortUnits ? CopyQuotedBlocks(to, text) : nullptr;
+// A text between quotation marks, in room for the values that most members have; copy is for texts without escapes.
+template <class Copy>
+[[gnu::always_inline]] inline void DirectWriter::PutText(char16_t* to, std::u16string_view text, const Copy& copy) {
+    char16_t* const end = text.size() <= kShortUnits ? copy(to, text) : nullptr;
     if (end != nullptr) [[likely]] {
         m_sink.Accept(end);
     } else {
@@ -219,7 +220,7 @@ template <class T>
                 m_sink.Accept(WriteNumberText(to, Held<bool>(value)));
                 continue;
             case DirectType::String:
-                PutUsualText(to, Held<TString>(value).view());
+                PutText(to, Held<TString>(value).view(), CopyQuotedBlocks);
                 continue;
             default:
                 break;
@@ -233,7 +234,7 @@ template <class T>
         } else if (text.data() == nullptr) [[unlikely]] {
             break;  // the long way tells
         } else {
-            PutLongText(to, text);
+            PutText(to, text, CopyQuoted);
         }
     }
     members = {skipped != 0, record};

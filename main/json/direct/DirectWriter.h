@@ -64,7 +64,8 @@ private:
     void WriteMembers(const IParameters& bag, const Table& entries);
     void WriteOthers(const IParameters& bag, const Table& entries, std::size_t from, Members& members);
     void WriteEntry(const IParameters& bag, int id, const Value& value, Members& members);
-    void PutUsualText(char16_t* to, std::u16string_view text);
+    template <class Copy>
+    void PutText(char16_t* to, std::u16string_view text, const Copy& copy);
     void PutLongText(char16_t* to, std::u16string_view text);
     const Table::Entry* WriteUsual(const Table::Entry* entry, const Table::Entry* end, Members& members);
 
