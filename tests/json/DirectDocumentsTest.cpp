@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-
 #include "json/JSONTestSupport.h"
 #include "support/EventsOnly.h"
 #include "support/Rounds.h"
@@ -336,6 +335,41 @@ TEST_F(DirectDocuments, ListsOfNumbersInEverySpelling) {
             }
         }
     }
+}
+
+// Runs are looked at in pieces of 32 units: every spelling stands as each of their items, close to the end of the text
+// and far from it.
+TEST_F(DirectDocuments, RunsInEverySpelling) {
+    static constexpr const char16_t* kItems[] = {
+        u"0",  u"5", u"-5",  u"10",  u"-10", u"007",  u"",      u"1234567", u"12345678", u"123456789", u"-0",
+        u"1-", u"-", u"--1", u"1.5", u"1e2", u"null", u"\"3\"", u"[1]",     u"{}",       u" 8"};
+    static constexpr const char16_t* kLists[] = {u"intList", u"unsignedList", u"bigList", u"bigUnsignedList",
+                                                 u"realList"};
+    const TestSession session(false, false);
+    const std::size_t earlier = PresLayerLimits::GetExpansionBytes();
+    PresLayerLimits::SetExpansionBytes(100 * sizeof(int));  // long runs are refused
+    const auto expect = [&](const char16_t* list, const TString& run) {
+        for (const char16_t* before : {u"", u"1,2,3,-44,555,"}) {
+            for (const char16_t* behind :
+                 {u"]}", u",7]}", u",[0,3],[]],\"text\":\"a text that makes it longer, 1\"}"}) {
+                ExpectSameBothWays(TString(u"{\"") + list + u"\":[" + before + run + behind);
+            }
+        }
+    };
+    for (const char16_t* list : kLists) {
+        for (const char16_t* item : kItems) {
+            expect(list, TString(u"[") + item + u",5]");
+            expect(list, TString(u"[") + item + u",4,2]");
+            expect(list, TString(u"[3,") + item + u"]");
+            expect(list, TString(u"[3,") + item + u",1]");
+            expect(list, TString(u"[3,4,") + item + u"]");
+            expect(list, TString(u"[3,4,1,") + item + u"]");
+            expect(list, TString(u"[") + item + u"]");
+            expect(list, TString(u"[1234567,1000,") + item);  // not closed
+            expect(list, TString(u"[ 3 , 4 , ") + item + u" ]");
+        }
+    }
+    PresLayerLimits::SetExpansionBytes(earlier);
 }
 
 TEST_F(DirectDocuments, MembersInAnyOrderAndTwice) {

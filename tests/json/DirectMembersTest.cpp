@@ -232,6 +232,7 @@ protected:
             adder.AddSimple(3, L"e", L"e", new ParameterTypeSerializer<TextAlign>);
             adder.AddSimple(4, L"i", L"i", new ParameterTypeSerializer<int>);
             adder.AddSimple(5, L"s", L"s", new TStringSerializer);
+            adder.AddSimple(6, L"t", L"t", new ParameterTypeSerializer<NanosecondsDuration>);
         });
         RegisterCoreNamespaceParameters(m_registry, L"qvcore");
     }
@@ -264,6 +265,26 @@ TEST_F(DirectKinds, RealsOfEveryShape) {
                     ASSERT_FALSE(std::signbit(GetParameterValue<double>(*read, 2)) && expected == 0) << number;
                 }
             }
+        }
+    }
+}
+
+// Texts that never need an escape: as many digits as there may be, with and without a sign.
+TEST_F(DirectKinds, DurationsOfEveryLength) {
+    std::string digits;
+    for (int count = 1; count <= 18; ++count) {
+        digits += static_cast<char>('0' + count % 10);
+        for (const std::string& text : {digits, "-" + digits}) {
+            const auto bag = MakeBag();
+            SetParameterValue<TString>(*bag, 5, L"a");
+            SetParameterValue(*bag, 6, NanosecondsDuration(std::stoll(text)));
+            const std::string document = R"({"s": "a","t": ")" + text + R"("})";
+            const auto other = MakeBag();  // memory that is kept must not hold what is to be written
+            SetParameterValue<TString>(*other, 5, TString(100, u'x'));
+            m_json.ToString(other, JSONSerializer::Compact);
+            EXPECT_EQ(document, m_json.ToString(bag, JSONSerializer::Compact).ToUtf8());
+            const auto read = m_json.ToParameters(TString::FromUtf8(document));
+            EXPECT_EQ(std::stoll(text), GetParameterValue<NanosecondsDuration>(*read, 6).count());
         }
     }
 }

@@ -199,3 +199,59 @@ inline std::size_t CountElements(const char16_t* at, const char16_t* end) {
     }
     return commas + 1;
 }
+
+// Integers of up to seven digits, one after the other, in a piece of a text that is looked at once.
+class UsualRun {
+public:
+    // Units that must follow where the first one stands; it also takes kDigitsLookbehind of them before.
+    static constexpr std::ptrdiff_t kLookahead = 32;
+
+    explicit UsualRun(const char16_t* at) noexcept : m_at(at), m_others(OthersAmong(at)) {}
+
+    // Takes an integer as it travels; false, with the place lost, for any other.
+    [[gnu::always_inline]] bool TakeInteger(Int64& value) noexcept {
+        const bool negative = *m_at == u'-';
+        Skip(negative ? 1 : 0);
+        const auto count = static_cast<unsigned>(std::countr_zero(m_others));
+        if (count - 1 >= kMostDigits || (*m_at == u'0' && count > 1)) [[unlikely]] {
+            return false;
+        }
+        Skip(count);
+        const auto magnitude = static_cast<Int64>(DigitsBefore(m_at, count));
+        value = negative ? -magnitude : magnitude;
+        return true;
+    }
+
+    // Takes unit if it stands here.
+    bool TakeUnit(char16_t unit) noexcept {
+        const bool stands = *m_at == unit;
+        Skip(stands ? 1 : 0);
+        return stands;
+    }
+
+    const char16_t* At() const noexcept { return m_at; }
+
+private:
+    static constexpr unsigned kMostDigits = 7;
+
+    // One bit for each unit that is no digit, the first one's lowest, and one behind them.
+    static UInt64 OthersAmong(const char16_t* at) noexcept {
+        UInt64 others = UInt64{1} << kLookahead;
+#if defined(__SSE2__)
+        others |= (OthersThanDigits(at) & 0xFFFFu) | UInt64{OthersThanDigits(at + 16) & 0xFFFFu} << 16;
+#else
+        for (int i = 0; i < kLookahead; ++i) {
+            others |= UInt64{at[i] < u'0' || at[i] > u'9'} << i;
+        }
+#endif
+        return others;
+    }
+
+    void Skip(unsigned units) noexcept {
+        m_at += units;
+        m_others >>= units;
+    }
+
+    const char16_t* m_at;
+    UInt64 m_others;
+};

@@ -657,16 +657,62 @@ const char16_t* DirectReader::ReadNumbers(const char16_t* at, int id) {
     return at + 1;
 }
 
+// Behind the closing bracket of a run as it is written, from behind its opening one on: integers of few digits without
+// blanks. Null for all others, of which nothing is said.
+template <class T>
+inline const char16_t* DirectReader::TakeUsualRun(const char16_t* at, RunAt<T>& run) const {
+    if (m_end - at < UsualRun::kLookahead || at - m_begin < kDigitsLookbehind) [[unlikely]] {
+        return nullptr;
+    }
+    UsualRun text(at);
+    ::Int64 first = 0;
+    ::Int64 length = 0;
+    ::Int64 step = 0;
+    if (!text.TakeInteger(first) || !text.TakeUnit(u',') || !text.TakeInteger(length)) {
+        return nullptr;
+    }
+    if (text.TakeUnit(u',') && !text.TakeInteger(step)) {
+        return nullptr;
+    }
+    const bool isRun = text.TakeUnit(u']') && length >= 0 && (std::is_signed_v<T> || first >= 0);
+    run.first = static_cast<T>(first);
+    run.length = static_cast<unsigned int>(length);
+    run.step = static_cast<decltype(run.step)>(step);
+    return isRun ? text.At() : nullptr;
+}
+
 // A nested list, from behind its opening bracket on: a run of two or three items, or the marker that a packed list ends
 // with. Other sizes go the long way, as do runs that it refuses.
 template <class T>
 const char16_t* DirectReader::ReadRun(const char16_t* at, std::size_t position, std::vector<RunAt<T>>& runs) {
     const Level level(*this);
-    at = SkipBlanks(at);
-    if (level.IsTooDeep() || *at == u']') {
-        return level.IsTooDeep() ? nullptr : at + 1;
+    if (level.IsTooDeep()) [[unlikely]] {
+        return nullptr;
     }
     RunAt<T> run{position, {}, 0, {}};
+    const char16_t* behind = nullptr;
+    if constexpr (std::is_integral_v<T>) {
+        behind = TakeUsualRun(at, run);
+    }
+    if (behind == nullptr) {
+        at = SkipBlanks(at);
+        if (*at == u']') {
+            return at + 1;
+        }
+        behind = TakeRun(at, run);
+    }
+    if (behind == nullptr) {
+        return nullptr;
+    }
+    PresLayerLimits::ExpansionBudgetScope::Spend(run.length * sizeof(T));
+    m_spent += run.length * sizeof(T);
+    runs.push_back(run);
+    return behind;
+}
+
+// The same for a run in any spelling.
+template <class T>
+const char16_t* DirectReader::TakeRun(const char16_t* at, RunAt<T>& run) const {
     at = TakeNumber(at, run.first);
     at = at == nullptr ? nullptr : Expect(at, u',');
     at = at == nullptr ? nullptr : TakeNumber(SkipBlanks(at), run.length);
@@ -677,14 +723,7 @@ const char16_t* DirectReader::ReadRun(const char16_t* at, std::size_t position, 
     if (std::is_integral_v<T> && *at == u',') {
         at = TakeNumber(SkipBlanks(at + 1), run.step);
     }
-    at = at == nullptr ? nullptr : Expect(at, u']');
-    if (at == nullptr) {
-        return nullptr;
-    }
-    PresLayerLimits::ExpansionBudgetScope::Spend(run.length * sizeof(T));
-    m_spent += run.length * sizeof(T);
-    runs.push_back(run);
-    return at;
+    return at == nullptr ? nullptr : Expect(at, u']');
 }
 
 const char16_t* DirectReader::ReadBools(const char16_t* at, int id) {

@@ -87,6 +87,10 @@ private:
 
     // Parts of values, which add no item.
     template <class T>
+    const char16_t* TakeRun(const char16_t* at, RunAt<T>& run) const;
+    template <class T>
+    const char16_t* TakeUsualRun(const char16_t* at, RunAt<T>& run) const;
+    template <class T>
     const char16_t* ReadRun(const char16_t* at, std::size_t position, std::vector<RunAt<T>>& runs);
     template <class T>
     const char16_t* TakeValue(const char16_t* at, T& value) const;
