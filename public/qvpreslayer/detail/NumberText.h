@@ -3,7 +3,6 @@
 // Each function writes at to and answers the end of what it wrote. The caller provides the room that kLongest... tells.
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -32,16 +31,6 @@ QVPRESLAYER_API extern const FourDigitTable kFourDigitTable;
 
 // A number below 10000, without leading zeros. Writes four units whatever the length.
 inline char16_t* WriteUpToFourDigits(char16_t* to, std::uint32_t value) {
-    if constexpr (std::endian::native == std::endian::little) {
-        std::uint64_t digits = 0;
-        std::memcpy(&digits, kFourDigitTable.digits[value], sizeof(digits));
-        constexpr std::uint64_t kZeros = 0x0030'0030'0030'0030;
-        constexpr std::uint64_t kLastDigit = std::uint64_t{1} << 48;
-        const auto zeros = static_cast<std::size_t>(std::countr_zero((digits ^ kZeros) | kLastDigit)) / 16;
-        digits >>= zeros * 16;
-        std::memcpy(to, &digits, sizeof(digits));
-        return to + (4 - zeros);
-    }
     const std::size_t digits = 1 + std::size_t{value > 9} + std::size_t{value > 99} + std::size_t{value > 999};
     std::memcpy(to, &kFourDigitTable.digits[value][0] + (4 - digits), 4 * sizeof(char16_t));
     return to + digits;

@@ -213,11 +213,8 @@ public:
             Open(value);
         } else if (IsLong()) [[likely]] {
             AddToLong(value, emit);
-        } else if (!IsStepUsable(m_last, value)) {
-            emit(m_run);
-            Open(value);
         } else {
-            AddStep(value, emit);
+            AddToShort(value, emit);
         }
     }
 
@@ -227,8 +224,10 @@ public:
         if (IsLong()) [[likely]] {
             emit(m_run);
             Open(value);
+        } else if (m_run.length == 0) {
+            Open(value);
         } else {
-            Add(value, emit);
+            AddToShort(value, emit);
         }
     }
 
@@ -296,17 +295,22 @@ private:
 
     // Three elements that make a run of the one there is, at once: most long runs begin so.
     const T* ContinueFirst(const T* at, const T* end) noexcept {
-        using Difference = std::make_signed_t<T>;
-        Difference step = 0;
-        Difference second = 0;
-        Difference third = 0;
-        if (end - at < 3 || __builtin_sub_overflow(at[0], m_last, &step) ||
-            __builtin_sub_overflow(at[1], at[0], &second) || __builtin_sub_overflow(at[2], at[1], &third)) {
+        if (end - at < 3) {
             return at;
         }
+        // Modulo 2^n first, where most lists without runs are told.
+        const auto distance = [](T from, T to) {
+            return static_cast<Magnitude>(static_cast<Magnitude>(to) - static_cast<Magnitude>(from));
+        };
+        if (distance(at[0], at[1]) != distance(m_last, at[0]) || distance(at[1], at[2]) != distance(m_last, at[0])) {
+            return at;
+        }
+        std::make_signed_t<T> step = 0;
+        const bool leaves = __builtin_sub_overflow(at[1], at[0], &step) ||
+                            __builtin_sub_overflow(at[2], at[1], &step) || __builtin_sub_overflow(at[0], m_last, &step);
         const auto descending = static_cast<Magnitude>(step < 0 ? 1 : 0);
         const auto magnitude = static_cast<Magnitude>((static_cast<Magnitude>(step) ^ (0 - descending)) + descending);
-        if (second != step || third != step || magnitude >= kHalfBound) {
+        if (leaves || magnitude >= kHalfBound) [[unlikely]] {
             return at;
         }
         m_run.step = magnitude;
@@ -359,7 +363,12 @@ private:
     }
 
     template <class Emit>
-    void AddStep(T value, Emit&& emit) {
+    void AddToShort(T value, Emit&& emit) {
+        if (!IsStepUsable(m_last, value)) {
+            emit(m_run);
+            Open(value);
+            return;
+        }
         const Magnitude step = Distance(m_last, value);
         const bool descending = value < m_last;
         if (m_run.length == 1) {

@@ -8,8 +8,9 @@
 
 namespace qvpreslayer::detail {
 
-// A place in a run of integers, which count modulo 2^n, so that a falling step is a rising one in the unsigned type. With
-// it the elements of a vector are made as what they are: it would clear them first if it was lengthened and then filled.
+// A place in a run of integers, which count modulo 2^n, so that a falling step is a rising one in the unsigned type.
+// With it the elements of a vector are made as what they are: it would clear them first if it was lengthened and then
+// filled.
 template <class T, class Step>
 class PlaceInRun {
 public:
