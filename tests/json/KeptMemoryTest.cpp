@@ -160,6 +160,11 @@ TEST_F(KeptMemory, MarksThatAreMadeBetweenTexts) {
     EXPECT_EQ(R"({"heading": "a","number": 5,"end": "b"})", WriteHost());
 }
 
+TEST_F(KeptMemory, MarksThatHostCodeMakesMeanwhile) {
+    m_call = [this] { m_registry.AddUnserializable(kLast); };
+    EXPECT_EQ(R"({"title": "a","count": 5})", WriteHost());
+}
+
 TEST_F(KeptMemory, HostCodeWritesATextInsideAnother) {
     std::string inner;
     m_call = [&] { inner = Write(MakeBag({{view::kN, Val(7)}})); };

@@ -1,4 +1,4 @@
-// JSON text straight into a bag, in one pass. Included by JSONSerializer.cpp.
+// JSON text straight into a bag, in one pass. Included by ThreadScratch.h.
 #pragma once
 
 #include <cstddef>

@@ -25,7 +25,6 @@ using qvpreslayer::detail::DirectType;
 using qvpreslayer::detail::Exactly;
 using qvpreslayer::detail::NameForm;
 using qvpreslayer::detail::ParameterTable;
-using qvpreslayer::detail::TextScratch;
 
 namespace {
 
@@ -349,7 +348,7 @@ bool DirectWriter::HandOver(const IParameters& bag, int id, const Value& value, 
     m_sink.Reload();
     m_optionsMayDiffer = true;
     m_allHandedOver = m_allHandedOver || !visitor.IsBalanced();
-    m_guesses = m_guesses && !m_allHandedOver;
+    m_guesses = m_guesses && !m_allHandedOver && !m_registry->HasUnserializable();  // it may have marked some
     return visitor.IsFirstMember();
 }
 

@@ -31,17 +31,14 @@ public:
     };
 
     // Writes the outermost bag behind what out holds; captures are for the visitor. LogicException "m_ptr" when the bag
-    // is null. May be called again for another bag, which is faster than a new writer.
+    // is null. May be called again for another bag, after Forget, which is faster than a new writer.
     void Write(TString& out, const ParametersRegistry& registry, const PresModelBuilderSupport::TextOptions& options,
                const Captures& captures, const RefCntPtr<const IParameters>& bag);
 
-    // Lets go of what a text has left, and of memory beyond what most texts take.
+    // Lets go of what a text has left: after every Write, before the text goes.
     void Forget() noexcept {
         if (m_visitor) [[unlikely]] {
             m_visitor.reset();
-        }
-        if (m_scratch.text.capacity() > kKeptUnits) [[unlikely]] {
-            m_scratch.text = TString();
         }
     }
 
@@ -103,8 +100,6 @@ private:
     char16_t* StartMember(const Record& parameter, bool first, std::size_t room);
     char16_t* StartSingle(const Record& parameter, bool first, std::size_t room);
     char16_t* StartLongMember(const Record& parameter, bool first, std::size_t room);
-
-    static constexpr std::size_t kKeptUnits = 4096;  // of the text of a value, for the next one
 
     TextSink m_sink;
 

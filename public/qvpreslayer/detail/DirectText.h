@@ -44,7 +44,6 @@ enum class DirectType : unsigned char {
 struct TextScratch {
     static constexpr std::size_t kUnits = 48;
     char16_t units[kUnits];
-    TString text;
 };
 
 // Texts one after the other.

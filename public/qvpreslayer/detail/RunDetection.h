@@ -161,10 +161,9 @@ public:
     void Add(T value, Emit&& emit) {
         if (m_run.length != 0 && value == m_run.first) {
             ++m_run.length;
-            return;
+        } else {
+            AddBehind(value, emit);
         }
-        End(emit);
-        m_run = {value, 1, 0, false};
     }
 
     // The same for an element that does not go on with the open run, as Continue found.
@@ -209,16 +208,16 @@ public:
 
     template <class Emit>
     void Add(T value, Emit&& emit) {
-        if (m_run.length == 0) {
-            Open(value);
-        } else if (IsLong()) [[likely]] {
-            AddToLong(value, emit);
+        const bool goesOn = IsLong() && Distance(m_last, value) == m_run.step && (value < m_last) == m_run.descending;
+        if (goesOn) [[likely]] {
+            ++m_run.length;
+            m_last = value;
         } else {
-            AddToShort(value, emit);
+            AddBehind(value, emit);
         }
     }
 
-    // The same for an element that does not go on with the open run as Continue compares.
+    // The same for an element that does not go on with a long run.
     template <class Emit>
     void AddBehind(T value, Emit&& emit) {
         if (IsLong()) [[likely]] {
@@ -350,18 +349,7 @@ private:
         m_last = value;
     }
 
-    // To a run that shares nothing, whose step is usable wherever it is taken.
-    template <class Emit>
-    void AddToLong(T value, Emit&& emit) {
-        if (Distance(m_last, value) == m_run.step && (value < m_last) == m_run.descending) {
-            ++m_run.length;
-            m_last = value;
-        } else {
-            emit(m_run);
-            Open(value);
-        }
-    }
-
+    // To one that may share its last element.
     template <class Emit>
     void AddToShort(T value, Emit&& emit) {
         if (!IsStepUsable(m_last, value)) {

@@ -1,9 +1,11 @@
 // The elements that a run stands for. Not for callers.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <iterator>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace qvpreslayer::detail {
@@ -20,9 +22,11 @@ public:
     using pointer = const T*;
     using reference = T;
 
+    PlaceInRun() = default;
     PlaceInRun(T value, Step step, std::size_t position) : m_value(value), m_step(step), m_position(position) {}
 
     T operator*() const { return m_value; }
+    T operator[](difference_type steps) const { return *(*this + steps); }
     PlaceInRun& operator++() { return *this += 1; }
     PlaceInRun& operator--() { return *this += -1; }
     PlaceInRun& operator+=(difference_type steps) {
@@ -31,17 +35,24 @@ public:
         m_position += static_cast<std::size_t>(steps);
         return *this;
     }
+    PlaceInRun& operator-=(difference_type steps) { return *this += -steps; }
+    PlaceInRun operator++(int) { return std::exchange(*this, *this + 1); }
+    PlaceInRun operator--(int) { return std::exchange(*this, *this - 1); }
+    friend PlaceInRun operator+(PlaceInRun place, difference_type steps) { return place += steps; }
+    friend PlaceInRun operator+(difference_type steps, PlaceInRun place) { return place += steps; }
+    friend PlaceInRun operator-(PlaceInRun place, difference_type steps) { return place -= steps; }
     difference_type operator-(const PlaceInRun& other) const {
         return static_cast<difference_type>(m_position - other.m_position);
     }
     bool operator==(const PlaceInRun& other) const { return m_position == other.m_position; }
+    auto operator<=>(const PlaceInRun& other) const { return m_position <=> other.m_position; }
 
 private:
     using Magnitude = std::make_unsigned_t<T>;
 
-    T m_value;
-    Step m_step;
-    std::size_t m_position;
+    T m_value{};
+    Step m_step{};
+    std::size_t m_position = 0;
 };
 
 // Appends length values from first on, each one step further.
@@ -50,15 +61,12 @@ void AppendRun(std::vector<T>& values, T first, std::size_t length, Step step) {
     if constexpr (std::is_integral_v<T>) {
         using Place = PlaceInRun<T, Step>;
         values.insert(values.end(), Place(first, step, 0), Place(first, step, length));
-        return;
-    }
-    if (step == 0) {
+    } else if (step == 0) {  // zeros keep their sign
         values.insert(values.end(), length, first);
-        return;
-    }
-    values.reserve(values.size() + length);
-    for (T value = first; length != 0; --length, value += step) {
-        values.push_back(value);
+    } else {
+        for (T value = first; length != 0; --length, value += step) {
+            values.push_back(value);
+        }
     }
 }
 

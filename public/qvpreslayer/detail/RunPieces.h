@@ -11,7 +11,6 @@
 
 #include <cstddef>
 #include <limits>
-#include <type_traits>
 
 #include <qvpreslayer/DataSerializerHelpers.h>
 #include <qvpreslayer/detail/RunDetection.h>
